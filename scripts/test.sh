@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs every test (C++ suites and the book's JavaScript).
+#   scripts/test.sh             the normal build in build/
+#   scripts/test.sh --sanitize  the address+undefined sanitizer build in build-sanitize/
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+build_dir=build
+cmake_args=()
+if [ "${1:-}" = "--sanitize" ]; then
+  build_dir=build-sanitize
+  cmake_args+=(-DIMG_SANITIZE=ON -DIMG_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug)
+fi
+
+./scripts/install-deps.sh
+cmake -S . -B "$build_dir" -G Ninja "${cmake_args[@]}"
+cmake --build "$build_dir" --parallel "$(nproc)"
+export QTWEBENGINE_DISABLE_SANDBOX=1
+xvfb-run -a -s "-screen 0 1600x1200x24" \
+  ctest --test-dir "$build_dir" --output-on-failure --parallel "$(nproc)" --timeout 300

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+// Process-wide language and bundle of the plugin. The bundle runs inside the host's process, so
+// every localised lookup goes to the plugin's own bundle and the language the host passed in.
+// A null QString means "not set".
+void setDefaultLanguageCode(const QString &code);
+QString defaultLanguageCode();
+void setDefaultBundlePath(const QString &path);
+QString defaultBundlePath();
+
+// The localised text for key from the "PluginLocale" table of the language folder
+// ("<lang>.lproj/PluginLocale.qm"), or defaultText when there is no table, no entry, or the entry
+// equals the key. The first table found is kept for the life of the process.
+QString loadAppString(const QString &key, const QString &defaultText);
+
+// The path of a localised resource file (for example the window description "PrivateView.ui"):
+// resourceDir/<lang>.lproj/fileName, else resourceDir/en.lproj/fileName, else resourceDir/fileName,
+// the first that exists; "en" stands in for an unset language. Empty when none exists.
+QString localizedResourcePath(const QString &resourceDir, const QString &fileName);
