@@ -1,0 +1,3 @@
+#pragma once
+
+// The ui layer: widgets and window controllers of the settings bundle, over the core layer.
