@@ -331,6 +331,28 @@ private slots:
         QVERIFY(tree(ws).isEmpty());
     }
 
+    void resetReplacesAFileAtTheWorkspacePath()
+    {
+        // Reset starts the workspace afresh whatever is in the way; loading never gets here for
+        // a file, as it only resets a workspace that does not exist.
+        const QString ws = freshDir(QStringLiteral("ws")) + "/img";
+        QVERIFY(writeBytes(ws, "in the way"));
+        PluginSettingsInfo info = infoFor(ws, makeBundle());
+        QVERIFY(info.resetWorkspace());
+        QVERIFY(QFileInfo(ws).isDir());
+        QCOMPARE(readBytes(ws + "/index.html"), IndexHtml);
+    }
+
+    void resetWithoutWorkspaceDoesNothing()
+    {
+        // An unset workspace must not turn the bundle's relative paths into absolute ones.
+        QVERIFY(!QFile::exists(QStringLiteral("/index.html")));
+        PluginSettingsInfo info = infoFor(QString(), makeBundle());
+        QVERIFY(info.resetWorkspace());
+        QVERIFY(!QFile::exists(QStringLiteral("/index.html")));
+        QVERIFY(!QFile::exists(QStringLiteral("/defaultsettings.dat")));
+    }
+
     // ---- loadWorkspace
 
     void firstLoadBuildsTheWorkspace()
