@@ -180,6 +180,13 @@ private slots:
         QVERIFY(!read.has_value());
     }
 
+    void endlessDeviceIsShort()
+    {
+        if (!QFile::exists(QStringLiteral("/dev/zero")))
+            QSKIP("no endless device here");
+        QVERIFY(!PositionFile::read(QStringLiteral("/dev/zero")).has_value());
+    }
+
     void hugeSixthLineReadsItsPrefix()
     {
         QByteArray bytes("1\n2\n3\n4\n5\n6");
