@@ -343,6 +343,19 @@ private slots:
         QCOMPARE(readBytes(ws + "/index.html"), IndexHtml);
     }
 
+    void resetNeverWipesTheHomeFolder()
+    {
+        // The isolated test home stands in for the user's.
+        const QString home = QDir::homePath();
+        QVERIFY(writeBytes(home + "/precious.txt", "keep"));
+        for (const QString &ws : {home, home + "/", QFileInfo(home).absolutePath()}) {
+            PluginSettingsInfo info = infoFor(ws, makeBundle());
+            QVERIFY(info.resetWorkspace());
+            QCOMPARE(readBytes(home + "/precious.txt"), QByteArray("keep"));
+        }
+        QVERIFY(!QFile::exists(home + "/index.html"));
+    }
+
     void resetWithoutWorkspaceDoesNothing()
     {
         // An unset workspace must not turn the bundle's relative paths into absolute ones.
@@ -525,6 +538,20 @@ private slots:
         QVERIFY(info.convertPluginToPath(target));
         QVERIFY(QFileInfo(target).isDir());
         QCOMPARE(readBytes(target + "/img.xml"), ImgXml);
+    }
+
+    void convertOntoTheWorkspaceOrAFolderAboveItIsRefused()
+    {
+        const QString parent = freshDir(QStringLiteral("ws"));
+        const QString ws = parent + "/img";
+        PluginSettingsInfo info = infoFor(ws, makeBundle());
+        QVERIFY(info.loadWorkspace());
+        const QStringList before = tree(ws);
+        QVERIFY(!info.convertPluginToPath(ws));
+        QVERIFY(!info.convertPluginToPath(ws + "/"));
+        QVERIFY(!info.convertPluginToPath(parent));
+        QVERIFY(!info.convertPluginToPath(ws + "/css/.."));
+        QCOMPARE(tree(ws), before);
     }
 
     void convertWithoutWorkspaceFails()
