@@ -141,8 +141,8 @@ void appendFile(QString &out, QStringView value, const QString &relatePath,
     out += u'"';
 }
 
-void appendMember(QString &out, QStringView name, int code, QStringView value,
-                  const QString &relatePath, const QString &workSpace);
+void appendTypedValue(QString &out, int code, QStringView value, const QString &relatePath,
+                      const QString &workSpace);
 
 // Writes a typed value member; false when the element is not a value.
 bool appendValue(QString &out, const QDomElement &element, const QString &relatePath,
@@ -155,15 +155,16 @@ bool appendValue(QString &out, const QDomElement &element, const QString &relate
     const int code = propertyTypeFromString(type.value());
     if (code == PropertyNone)
         return false;
-    appendMember(out, element.tagName(), code, stringValue(element), relatePath, workSpace);
+    appendKey(out, element.tagName());
+    appendTypedValue(out, code, stringValue(element), relatePath, workSpace);
     return true;
 }
 
 // One "key":value member of a typed value.
-void appendMember(QString &out, QStringView name, int code, QStringView value,
-                  const QString &relatePath, const QString &workSpace)
+// The value of a typed setting, after its key.
+void appendTypedValue(QString &out, int code, QStringView value, const QString &relatePath,
+                      const QString &workSpace)
 {
-    appendKey(out, name);
     switch (code) {
     case PropertyText:
         out += u'"';
@@ -257,8 +258,8 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
             const QStringView name = reader.name();
             if (!stack.empty()) {
                 StreamFrame &parent = stack.back();
-                // Elements inside a value, and lists of values, are rare shapes the tree
-                // handles; the one pass leaves them to it.
+                // An element inside a typed one (its text joins the value, or an "item" makes
+                // it a list) is a rare shape the one pass leaves to the tree.
                 if (parent.kind == StreamFrame::Value)
                     return StreamResult::NeedsTree;
                 if (parent.hasMembers)
@@ -283,9 +284,10 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
             if (code != PropertyNone) {
                 StreamFrame frame(StreamFrame::Value);
                 frame.code = code;
-                frame.name = name.toString();
+                // The key goes out at once; the value follows at the element's end.
+                appendKey(out, name);
                 stack.push_back(std::move(frame));
-                value.clear();
+                value.resize(0); // keeps the buffer for the next value
                 break;
             }
             appendKey(out, name);
@@ -298,7 +300,7 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
         case QXmlStreamReader::EndElement: {
             const StreamFrame &frame = stack.back();
             if (frame.kind == StreamFrame::Value)
-                appendMember(out, frame.name, frame.code, value, relatePath, workSpace);
+                appendTypedValue(out, frame.code, value, relatePath, workSpace);
             else
                 out += frame.isList ? u']' : u'}';
             stack.pop_back();
