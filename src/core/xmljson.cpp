@@ -1,5 +1,6 @@
 #include "xmljson.h"
 
+#include "numbertext.h"
 #include "pluginsettingsinfo.h"
 #include "xmlhelpers.h"
 
@@ -46,21 +47,6 @@ const QLatin1String kUnicodeMarker("${Unicode}");
 bool startsWithAt(QStringView text, qsizetype at, QLatin1String what)
 {
     return text.size() - at >= what.size() && text.mid(at, what.size()) == what;
-}
-
-// True when the text starts, after blanks and a sign, with digits that are not all zero.
-bool leadingIntegerIsNonZero(QStringView text)
-{
-    qsizetype i = 0;
-    while (i < text.size() && (text[i] == u' ' || text[i] == u'\t' || text[i] == u'\n'))
-        ++i;
-    if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
-        ++i;
-    for (; i < text.size() && text[i].isDigit(); ++i) {
-        if (text[i] != u'0')
-            return true;
-    }
-    return false;
 }
 
 // The text of an element; the common single text child is shared, not copied.
@@ -110,7 +96,7 @@ void appendBool(QString &out, QStringView value)
     if (lower == QLatin1String("true") || lower == QLatin1String("false"))
         out += lower;
     else
-        out += leadingIntegerIsNonZero(lower) ? QLatin1String("true") : QLatin1String("false");
+        out += NumberText::intValue(lower) != 0 ? QLatin1String("true") : QLatin1String("false");
 }
 
 // An empty value names no file: joined to the workspace it would name the workspace itself.
@@ -141,26 +127,6 @@ void appendFile(QString &out, QStringView value, const QString &relatePath,
     out += u'"';
 }
 
-void appendTypedValue(QString &out, int code, QStringView value, const QString &relatePath,
-                      const QString &workSpace);
-
-// Writes a typed value member; false when the element is not a value.
-bool appendValue(QString &out, const QDomElement &element, const QString &relatePath,
-                 const QString &workSpace)
-{
-    static const QString typeName = QStringLiteral("type");
-    const QDomAttr type = QDomElement(element).attributeNode(typeName); // a handle, not a copy
-    if (type.isNull())
-        return false;
-    const int code = propertyTypeFromString(type.value());
-    if (code == PropertyNone)
-        return false;
-    appendKey(out, element.tagName());
-    appendTypedValue(out, code, stringValue(element), relatePath, workSpace);
-    return true;
-}
-
-// One "key":value member of a typed value.
 // The value of a typed setting, after its key.
 void appendTypedValue(QString &out, int code, QStringView value, const QString &relatePath,
                       const QString &workSpace)
@@ -188,6 +154,22 @@ void appendTypedValue(QString &out, int code, QStringView value, const QString &
             appendFile(out, value, relatePath, workSpace);
         break;
     }
+}
+
+// Writes a typed value member; false when the element is not a value.
+bool appendValue(QString &out, const QDomElement &element, const QString &relatePath,
+                 const QString &workSpace)
+{
+    static const QString typeName = QStringLiteral("type");
+    const QDomAttr type = QDomElement(element).attributeNode(typeName); // a handle, not a copy
+    if (type.isNull())
+        return false;
+    const int code = propertyTypeFromString(type.value());
+    if (code == PropertyNone)
+        return false;
+    appendKey(out, element.tagName());
+    appendTypedValue(out, code, stringValue(element), relatePath, workSpace);
+    return true;
 }
 
 struct Frame
@@ -239,7 +221,6 @@ struct StreamFrame
     bool isList = false;
     qsizetype brace = 0;     // of a keyed object
     int code = PropertyNone; // of a value
-    QString name;            // of a value
 };
 
 enum class StreamResult { Done, Malformed, NeedsTree };
