@@ -145,7 +145,8 @@ QDomElement PluginSettingsInfo::getXMLFromWorkspace()
         qCDebug(lcWorkspace) << "unreadable" << path << "line" << line << error;
         return QDomElement();
     }
-    return document.documentElement();
+    m_document = document;
+    return m_document.documentElement();
 }
 
 bool PluginSettingsInfo::convertPluginToPath(const QString &path)

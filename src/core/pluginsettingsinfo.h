@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDomDocument>
 #include <QDomElement>
 #include <QString>
 
@@ -23,7 +24,8 @@ public:
 
     bool resetWorkspace();
     bool loadWorkspace();
-    // The root element of "<identifier>.xml" in the workspace, or a null element.
+    // The root element of "<identifier>.xml" in the workspace, or a null element. The element
+    // belongs to a document this object keeps, so it stays editable for the object's life.
     QDomElement getXMLFromWorkspace();
     bool convertPluginToPath(const QString &path);
 
@@ -39,4 +41,5 @@ private:
     QString m_workSpace;
     QString m_identifier;
     QString m_bundlePath;
+    QDomDocument m_document;
 };

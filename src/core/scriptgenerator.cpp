@@ -120,12 +120,6 @@ void PluginSettingsInfo::generateJSConfig(const QString &relatePath)
     const std::optional<PositionRect> position = ScriptGenerator::workspacePosition(m_workSpace);
     if (!position)
         return;
-    if (root.ownerDocument().isNull()) {
-        // Text nodes need a document: give a detached root one of its own.
-        QDomDocument doc;
-        root = doc.importNode(root, true).toElement();
-        doc.appendChild(root);
-    }
     ScriptGenerator::applyPosition(root, *position);
 
     if (!relatePath.isEmpty()) {

@@ -474,6 +474,22 @@ private slots:
         QCOMPARE(src.attribute(QStringLiteral("type")), QStringLiteral("file"));
     }
 
+    void xmlRootStaysEditable()
+    {
+        // Callers add elements and text to the root (the private setting, the position), which
+        // needs the root's document alive after the call.
+        const QString ws = freshDir(QStringLiteral("ws")) + "/img";
+        PluginSettingsInfo info = infoFor(ws, makeBundle());
+        QVERIFY(info.loadWorkspace());
+        QDomElement root = info.getXMLFromWorkspace();
+        QDomDocument document = root.ownerDocument();
+        QVERIFY(!document.isNull());
+        QDomElement added = document.createElement(QStringLiteral("added"));
+        added.appendChild(document.createTextNode(QStringLiteral("kept")));
+        root.appendChild(added);
+        QCOMPARE(root.lastChildElement(QStringLiteral("added")).text(), QStringLiteral("kept"));
+    }
+
     void xmlNamedByIdentifier()
     {
         const QString ws = freshDir(QStringLiteral("ws"));
