@@ -7,6 +7,7 @@
 #include <QThread>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
+#include <QWebEngineSettings>
 #include <QWebEngineView>
 
 Q_LOGGING_CATEGORY(lcPreview, "img.preview", QtWarningMsg)
@@ -27,6 +28,9 @@ PreviewController::PreviewController(QWebEngineView *view, QObject *parent)
     // same URLs, so nothing may be answered from a cache.
     m_profile->setHttpCacheType(QWebEngineProfile::NoCache);
     m_page = new PreviewPage(m_profile, this);
+    // The plugin's image may be a web link; the workspace page must be allowed to show it.
+    // Navigations still never leave the workspace (see PreviewPage).
+    m_page->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     connect(m_page, &QWebEnginePage::loadingChanged, this, &PreviewController::onLoadingChanged);
     if (m_view)
         m_view->setPage(m_page);
