@@ -67,7 +67,7 @@
             showPlaceholder('nosettings');
             return;
         }
-        image = findPlacedImage(ImgPlugin.placeImage(page, settings, {}));
+        image = findPlacedImage(ImgPlugin.placeImage(page, settings, { filesBase: '' }));
         if (!image) {
             showPlaceholder('nosettings');
             return;

@@ -54,11 +54,11 @@ bool writeConfig(const QString &workspace, const QString &src)
     QFile file(QDir(workspace).filePath(QStringLiteral("config.js")));
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
-    const QString json = QStringLiteral(
-                             "{\"opacity\":0.900000,\"layout\":1,\"properties\":{\"basic\":{"
-                             "\"left\":\"16.0%\",\"top\":\"22.0%\",\"width\":\"68.0%\","
-                             "\"height\":\"38.0%\"},\"extended\":{\"src\":\"%1\"}}}")
-                             .arg(src);
+    const QString json =
+        QStringLiteral("{\"opacity\":0.900000,\"layout\":1,\"properties\":{\"basic\":{"
+                       "\"left\":\"16.0%\",\"top\":\"22.0%\",\"width\":\"68.0%\","
+                       "\"height\":\"38.0%\"},\"extended\":{\"src\":\"%1\"}}}")
+            .arg(src);
     file.write("\xEF\xBB\xBF");
     file.write(QStringLiteral("var config=%1;").arg(json).toUtf8());
     return true;
@@ -111,9 +111,9 @@ int main(int argc, char **argv)
     controller.setWorkSpace(workspace.path());
     view.show();
 
-    bool ok = writeConfig(workspace.path(), QStringLiteral("files/plugin/landscape.png"))
-        && shoot(view, controller, QDir(out).filePath(QStringLiteral("preview-image.png")));
-    ok = ok && writeConfig(workspace.path(), QString())
-        && shoot(view, controller, QDir(out).filePath(QStringLiteral("preview-placeholder.png")));
+    bool ok = writeConfig(workspace.path(), QStringLiteral("files/plugin/landscape.png")) &&
+              shoot(view, controller, QDir(out).filePath(QStringLiteral("preview-image.png")));
+    ok = ok && writeConfig(workspace.path(), QString()) &&
+         shoot(view, controller, QDir(out).filePath(QStringLiteral("preview-placeholder.png")));
     return ok ? 0 : 1;
 }

@@ -8,10 +8,6 @@
 
 using namespace PreviewTesting;
 
-namespace {
-
-const QString bundleHtml = QStringLiteral(IMG_BUNDLE_DIR "/Contents/Resources/html");
-
 struct Placement
 {
     QString left, top, width, height;
@@ -19,6 +15,11 @@ struct Placement
     int layer;
     QString src;
 };
+Q_DECLARE_METATYPE(Placement)
+
+namespace {
+
+const QString bundleHtml = QStringLiteral(IMG_BUNDLE_DIR "/Contents/Resources/html");
 
 // "config.js" as the settings store writes it: a byte-order mark, then one line of script.
 QByteArray configScript(const Placement &p, bool withBom = true)
@@ -29,8 +30,8 @@ QByteArray configScript(const Placement &p, bool withBom = true)
                              .arg(QString::number(p.opacity, 'f', 6))
                              .arg(p.layer)
                              .arg(p.left, p.top, p.width, p.height, p.src);
-    return (withBom ? QByteArray("\xEF\xBB\xBF") : QByteArray())
-        + QStringLiteral("var config=%1;").arg(json).toUtf8();
+    return (withBom ? QByteArray("\xEF\xBB\xBF") : QByteArray()) +
+           QStringLiteral("var config=%1;").arg(json).toUtf8();
 }
 
 double percent(const QString &text)
@@ -64,7 +65,8 @@ private slots:
         QImage picture(64, 48, QImage::Format_RGB32);
         picture.fill(QColor(40, 120, 200));
         QVERIFY(picture.save(m_workspace->filePath(QStringLiteral("files/plugin/picture.png"))));
-        QVERIFY(picture.save(m_workspace->filePath(QStringLiteral("files/plugin/mon image é.png"))));
+        QVERIFY(
+            picture.save(m_workspace->filePath(QStringLiteral("files/plugin/mon image é.png"))));
 
         m_preview = std::make_unique<PreviewWindow>();
         m_preview->controller->setWorkSpace(m_workspace->path());
@@ -84,8 +86,8 @@ private slots:
             << Placement{"5.0%", "5.0%", "90.0%", "40.0%", 0.5, 3, "files/plugin/picture.png"};
         QTest::newRow("fully transparent on layer 0")
             << Placement{"0.0%", "0.0%", "100.0%", "100.0%", 0.0, 0, "files/plugin/picture.png"};
-        QTest::newRow("file name with a space and non-ASCII")
-            << Placement{"20.0%", "30.0%", "25.5%", "12.5%", 0.75, 2, "files/plugin/mon image é.png"};
+        QTest::newRow("file name with a space and non-ASCII") << Placement{
+            "20.0%", "30.0%", "25.5%", "12.5%", 0.75, 2, "files/plugin/mon image é.png"};
     }
     void showsTheConfiguredImage()
     {
@@ -103,18 +105,23 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QUrl>("requested");
 
-        QTest::newRow("no image chosen") << "" << "none" << "No image chosen" << QUrl();
-        QTest::newRow("blank image name counts as none")
-            << "   " << "none" << "No image chosen" << QUrl();
-        QTest::newRow("workspace file gone")
-            << "files/plugin/gone.png" << "broken" << "The image cannot be loaded"
-            << QUrl();
-        QTest::newRow("file that is not an image")
-            << "config.js" << "broken" << "The image cannot be loaded" << QUrl();
+        QTest::newRow("no image chosen") << ""
+                                         << "none"
+                                         << "No image chosen" << QUrl();
+        QTest::newRow("blank image name counts as none") << "   "
+                                                         << "none"
+                                                         << "No image chosen" << QUrl();
+        QTest::newRow("workspace file gone") << "files/plugin/gone.png"
+                                             << "broken"
+                                             << "The image cannot be loaded" << QUrl();
+        QTest::newRow("file that is not an image") << "config.js"
+                                                   << "broken"
+                                                   << "The image cannot be loaded" << QUrl();
         // The link is requested and, in this test, stopped before it leaves the machine.
         QTest::newRow("link that cannot be loaded")
-            << "https://example.invalid/picture.png" << "broken" << "The image cannot be loaded"
-            << QUrl("https://example.invalid/picture.png");
+            << "https://example.invalid/picture.png"
+            << "broken"
+            << "The image cannot be loaded" << QUrl("https://example.invalid/picture.png");
     }
     void placeholderWhenThereIsNoImage()
     {
@@ -154,8 +161,8 @@ private slots:
 
     void configWithoutByteOrderMarkReadsTheSame()
     {
-        const Placement placement{"12.0%", "14.0%", "40.0%", "30.0%", 0.6, 1,
-                                  "files/plugin/picture.png"};
+        const Placement placement{
+            "12.0%", "14.0%", "40.0%", "30.0%", 0.6, 1, "files/plugin/picture.png"};
         writeFile(m_workspace->filePath("config.js"), configScript(placement, false));
         const QVariantMap state = rebuildAndRead();
         QCOMPARE(state.value("status").toString(), QStringLiteral("image"));
@@ -164,10 +171,10 @@ private slots:
 
     void editShowsTheNewPositionAndOpacity()
     {
-        const Placement before{"10.0%", "26.0%", "30.0%", "48.0%", 1.0, 1,
-                               "files/plugin/picture.png"};
-        const Placement after{"35.0%", "12.0%", "40.0%", "20.0%", 0.25, 2,
-                              "files/plugin/picture.png"};
+        const Placement before{
+            "10.0%", "26.0%", "30.0%", "48.0%", 1.0, 1, "files/plugin/picture.png"};
+        const Placement after{
+            "35.0%", "12.0%", "40.0%", "20.0%", 0.25, 2, "files/plugin/picture.png"};
         writeFile(m_workspace->filePath("config.js"), configScript(before));
         verifyPlacement(rebuildAndRead(), before);
         writeFile(m_workspace->filePath("config.js"), configScript(after));
@@ -255,8 +262,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_workspace;
     std::unique_ptr<PreviewWindow> m_preview;
 };
-
-Q_DECLARE_METATYPE(Placement)
 
 QTEST_MAIN(TestPreviewPage)
 #include "tst_previewpage.moc"
