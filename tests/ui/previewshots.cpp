@@ -5,6 +5,7 @@
 
 #include "previewcontroller.h"
 #include "previewpage.h"
+#include "previewtesting.h"
 
 #include <QApplication>
 #include <QDir>
@@ -69,7 +70,7 @@ bool shoot(QWebEngineView &view, PreviewController &controller, const QString &p
     bool isChange = true;
     controller.timerRepeat(isChange);
     // The shot is taken once the page says what it shows.
-    const bool settled = QTest::qWaitFor(
+    const bool settled = PreviewTesting::waitFor(
         [&] {
             QString status;
             bool done = false;
@@ -79,12 +80,12 @@ bool shoot(QWebEngineView &view, PreviewController &controller, const QString &p
                     status = v.toString();
                     done = true;
                 });
-            if (!QTest::qWaitFor([&] { return done; }, 2000))
+            if (!PreviewTesting::waitFor([&] { return done; }, 2000))
                 return false;
             return status == QLatin1String("image") || status == QLatin1String("placeholder");
         },
         15000);
-    QTest::qWait(300);
+    PreviewTesting::settle(300);
     return settled && view.grab().save(path);
 }
 

@@ -8,9 +8,11 @@
 #include "previewpage.h"
 
 #include <QDesktopServices>
+#include <QEventLoop>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
@@ -21,6 +23,42 @@
 #include <memory>
 
 namespace PreviewTesting {
+
+// Runs a real event loop until pred holds or the time is up. QTest::qWaitFor sleeps between its
+// passes, which starves the web engine's message pump: a page load then takes seconds, not
+// milliseconds. The predicate may itself wait (run a script); it is never entered twice at once.
+template<typename Predicate> bool waitFor(Predicate pred, int timeoutMs = 10000)
+{
+    if (pred())
+        return true;
+    QEventLoop loop;
+    bool busy = false;
+    QTimer poll;
+    poll.setInterval(1);
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (busy)
+            return;
+        busy = true;
+        if (pred())
+            loop.quit();
+        busy = false;
+    });
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    QObject::connect(&deadline, &QTimer::timeout, &loop, &QEventLoop::quit);
+    poll.start();
+    deadline.start(timeoutMs);
+    loop.exec();
+    return pred();
+}
+
+// Lets the event loop run for a while, so that anything that would happen has happened.
+inline void settle(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 // Stands in for the default browser and mail client: records what would have been opened.
 class UrlRecorder : public QObject
@@ -99,7 +137,7 @@ struct PreviewWindow
             result = value;
             done = true;
         });
-        if (!QTest::qWaitFor([&] { return done; }, 10000))
+        if (!waitFor([&] { return done; }, 10000))
             qWarning("script timed out: %s", qPrintable(script));
         return result;
     }
@@ -109,8 +147,8 @@ struct PreviewWindow
     {
         const int before = finishedUrls.size();
         page()->load(url);
-        return QTest::qWaitFor(
-            [&] { return finishedUrls.size() > before && finishedUrls.last() == url; }, 15000);
+        return waitFor([&] { return finishedUrls.size() > before && finishedUrls.last() == url; },
+                       15000);
     }
 
     // Rebuilds through the timer's action and waits until the forced reload has finished too.
@@ -122,7 +160,7 @@ struct PreviewWindow
         if (isChange || !forced.wait(15000))
             return false;
         const int before = finishedUrls.size();
-        return QTest::qWaitFor([&] { return finishedUrls.size() > before; }, 15000);
+        return waitFor([&] { return finishedUrls.size() > before; }, 15000);
     }
 
     // Clicks the middle of the element with the given id, as the user would.

@@ -81,7 +81,7 @@ private slots:
         const QUrl index = QUrl::fromLocalFile(m_dir.filePath("index.html"));
         QVERIFY(m_preview->rebuild());
         QVERIFY(!m_preview->controller->isNeedReload());
-        QTest::qWait(300); // a second reload would have finished by now
+        settle(300); // a second reload would have finished by now
         QCOMPARE(m_preview->finishedUrls, QList<QUrl>({index, index}));
         QCOMPARE(m_preview->page()->url(), index);
     }
@@ -121,8 +121,9 @@ private slots:
             writeFile(m_dir.filePath("config.js"), configScript(100 + i));
             isChange = true;
         }
-        QTRY_COMPARE_WITH_TIMEOUT(forced.count(), 1, 15000);
-        QTest::qWait(3 * 330); // three more ticks without edits
+        QVERIFY(waitFor([&] { return forced.count() == 1; }, 15000));
+        QCOMPARE(forced.count(), 1);
+        settle(3 * 330); // three more ticks without edits
         QCOMPARE(refreshed.count(), 1);
         QCOMPARE(forced.count(), 1);
         const QUrl index = QUrl::fromLocalFile(m_dir.filePath("index.html"));
@@ -173,7 +174,7 @@ private slots:
         m_preview->controller->setWorkSpace(empty.path());
         bool isChange = true;
         m_preview->controller->timerRepeat(isChange);
-        QTest::qWait(1000);
+        settle(1000);
         QVERIFY(!isChange);
         QCOMPARE(m_preview->page()->requestedUrl(),
                  QUrl::fromLocalFile(empty.filePath("index.html")));
@@ -185,7 +186,7 @@ private slots:
         m_preview->controller->timerRepeat(isChange);
         // The queued load must not reach the destroyed controller.
         m_preview->controller.reset();
-        QTest::qWait(300);
+        settle(300);
         m_preview.reset();
     }
 
@@ -217,7 +218,7 @@ private slots:
         QVERIFY(refused.wait(10000));
         QCOMPARE(refused.count(), 1);
         QCOMPARE(refused.at(0).at(1).toBool(), !handedOn.isEmpty());
-        QTest::qWait(200);
+        settle(200);
 
         QCOMPARE(m_recorder->urls, handedOn.isEmpty() ? QList<QUrl>() : QList<QUrl>{handedOn});
         QCOMPARE(m_preview->page()->url(), links);
@@ -231,7 +232,8 @@ private slots:
         QVERIFY(m_preview->load(links));
         QSignalSpy refused(m_preview->page(), &PreviewPage::navigationRefused);
         QVERIFY(m_preview->click("file"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_preview->finishedUrls.last(), second, 10000);
+        QVERIFY(waitFor([&] { return m_preview->finishedUrls.last() == second; }, 10000));
+        QCOMPARE(m_preview->finishedUrls.last(), second);
         QCOMPARE(m_preview->js("window.marker").toString(), QStringLiteral("second"));
         QCOMPARE(refused.count(), 0);
         QCOMPARE(m_recorder->urls, QList<QUrl>());
@@ -243,7 +245,8 @@ private slots:
         const QUrl second = QUrl::fromLocalFile(m_dir.filePath("second.html"));
         QVERIFY(m_preview->load(links));
         m_preview->page()->runJavaScript("location.href = 'second.html';");
-        QTRY_COMPARE_WITH_TIMEOUT(m_preview->finishedUrls.last(), second, 10000);
+        QVERIFY(waitFor([&] { return m_preview->finishedUrls.last() == second; }, 10000));
+        QCOMPARE(m_preview->finishedUrls.last(), second);
         QCOMPARE(m_recorder->urls, QList<QUrl>());
     }
 
@@ -263,8 +266,10 @@ private slots:
         const QUrl links = QUrl::fromLocalFile(m_dir.filePath("links.html"));
         QVERIFY(m_preview->load(links));
         m_preview->page()->runJavaScript("window.open('http://example.invalid/popup');");
-        QTRY_COMPARE_WITH_TIMEOUT(m_recorder->urls,
-                                  QList<QUrl>{QUrl("http://example.invalid/popup")}, 10000);
+        QVERIFY(waitFor(
+            [&] { return m_recorder->urls == QList<QUrl>{QUrl("http://example.invalid/popup")}; },
+            10000));
+        QCOMPARE(m_recorder->urls, QList<QUrl>{QUrl("http://example.invalid/popup")});
         QCOMPARE(m_preview->page()->url(), links);
         QCOMPARE(m_preview->js("window.marker").toString(), QStringLiteral("first"));
     }
@@ -275,7 +280,7 @@ private slots:
         QVERIFY(m_preview->load(links));
         const int topLevels = QApplication::topLevelWidgets().size();
         QVERIFY(m_preview->click("blank-file"));
-        QTest::qWait(500);
+        settle(500);
         QCOMPARE(QApplication::topLevelWidgets().size(), topLevels);
         QCOMPARE(m_preview->page()->url(), links);
         QCOMPARE(m_recorder->urls, QList<QUrl>());
@@ -288,8 +293,13 @@ private slots:
         QVERIFY(m_preview->load(links));
         QVERIFY(m_preview->click("https"));
         // Followed inside: the request is made (and stopped here by the test's interceptor).
-        QTRY_COMPARE_WITH_TIMEOUT(m_preview->interceptor.blocked,
-                                  QList<QUrl>{QUrl("https://example.invalid/page")}, 10000);
+        QVERIFY(waitFor(
+            [&] {
+                return m_preview->interceptor.blocked ==
+                       QList<QUrl>{QUrl("https://example.invalid/page")};
+            },
+            10000));
+        QCOMPARE(m_preview->interceptor.blocked, QList<QUrl>{QUrl("https://example.invalid/page")});
         QCOMPARE(m_recorder->urls, QList<QUrl>());
         m_preview->interceptor.blocked.clear();
     }
@@ -305,7 +315,8 @@ private slots:
         QVERIFY(m_preview->load(links));
         QCOMPARE(asked, 0); // file URLs need no answer
         QVERIFY(m_preview->click("https"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_recorder->urls.size(), 1, 10000);
+        QVERIFY(waitFor([&] { return m_recorder->urls.size() == 1; }, 10000));
+        QCOMPARE(m_recorder->urls.size(), 1);
         QCOMPARE(asked, 1);
     }
 
@@ -316,7 +327,7 @@ private slots:
         QVERIFY(m_preview->load(links));
         QTest::ignoreMessage(QtWarningMsg, "Web action exception: boom");
         QVERIFY(m_preview->click("https"));
-        QTest::qWait(1000);
+        settle(1000);
         QCOMPARE(m_recorder->urls, QList<QUrl>());
         QCOMPARE(m_preview->page()->url(), links);
         QCOMPARE(m_preview->js("window.marker").toString(), QStringLiteral("first"));

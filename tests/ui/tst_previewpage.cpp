@@ -229,7 +229,7 @@ private:
         if (!m_preview->rebuild())
             return {};
         QVariantMap state;
-        const bool settled = QTest::qWaitFor(
+        const bool settled = waitFor(
             [&] {
                 state = js("window.previewState ? previewState() : null").toMap();
                 return state.value("status").toString() != QLatin1String("loading");
