@@ -37,6 +37,13 @@ test('places the image by percent, opacity and layer', () => {
   assert.equal(element.style.position, 'relative');
 });
 
+test('a page positioned by its style sheet keeps its position', () => {
+  const { doc, element } = page();
+  doc.defaultView = { getComputedStyle: (e) => (e === element ? { position: 'absolute' } : {}) };
+  ImgPlugin.placeImage(element, settingsWith({}));
+  assert.equal(element.style.position, undefined);
+});
+
 test('a second call updates the same image', () => {
   const { doc, element } = page();
   const first = ImgPlugin.placeImage(element, settingsWith({}));
@@ -125,4 +132,10 @@ test('in a page the script defines the global ImgPlugin', () => {
   assert.equal(typeof context.ImgPlugin.unscramble, 'function');
   assert.equal(typeof context.ImgPlugin.readSettings, 'function');
   assert.equal(typeof context.ImgPlugin.placeImage, 'function');
+});
+
+test('the loader needs nothing but itself', () => {
+  const fs = require('node:fs');
+  const source = fs.readFileSync(require.resolve('../imgplugin.js'), 'utf8');
+  assert.doesNotMatch(source, /\brequire\s*\(|\bimport\s*[({'"\w]/);
 });
