@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 // Paths inside a plugin bundle, which is laid out like a macOS bundle on every platform.
 namespace BundlePaths {
@@ -12,5 +13,10 @@ QString mainBundlePath();
 QString resourcePath(const QString &bundlePath);
 // The resource folder of the bundle at bundlePath if anything exists there, else the main bundle's.
 QString resourceDirFor(const QString &bundlePath);
+
+// The host's product id from resourceDir/"product.id", the whole file as UTF-8 and verbatim (a
+// trailing line break stays part of it); "quillamy" when there is no such file; nullopt when the
+// file is there but cannot be read as UTF-8 text.
+std::optional<QString> readProductId(const QString &resourceDir);
 
 } // namespace BundlePaths

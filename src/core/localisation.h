@@ -4,7 +4,7 @@
 
 // Process-wide language and bundle of the plugin. The bundle runs inside the host's process, so
 // every localised lookup goes to the plugin's own bundle and the language the host passed in.
-// A null QString means "not set".
+// A null QString means "not set". Main thread only.
 void setDefaultLanguageCode(const QString &code);
 QString defaultLanguageCode();
 void setDefaultBundlePath(const QString &path);
@@ -19,3 +19,10 @@ QString loadAppString(const QString &key, const QString &defaultText);
 // resourceDir/<lang>.lproj/fileName, else resourceDir/en.lproj/fileName, else resourceDir/fileName,
 // the first that exists; "en" stands in for an unset language. Empty when none exists.
 QString localizedResourcePath(const QString &resourceDir, const QString &fileName);
+// The same search in the resource folder of the bundle at bundlePath; an empty bundlePath
+// searches the main bundle (the running program's own).
+QString localizedBundleResourcePath(const QString &bundlePath, const QString &fileName);
+
+// For tests only: forgets the cached "PluginLocale" table so that one test process can try
+// several languages. The bundle itself never calls it; its cache lasts for the whole process.
+void resetAppStringTableForTesting();

@@ -1,0 +1,154 @@
+#include "localisation.h"
+
+#include "bundlepaths.h"
+#include "fileops.h"
+
+#include <QFileInfo>
+#include <QLocale>
+#include <QLoggingCategory>
+#include <QTranslator>
+#include <memory>
+
+Q_LOGGING_CATEGORY(lcLocale, "img.locale", QtWarningMsg)
+
+namespace {
+
+const char TableContext[] = "PluginLocale";
+const QLatin1String TableFile("PluginLocale.qm");
+
+struct LocaleState
+{
+    QString languageCode;
+    QString bundlePath;
+    // Loaded on first use and deliberately kept for the life of the process: once the texts of a
+    // language are shown, a later change of language does not mix in texts of another.
+    std::unique_ptr<QTranslator> table;
+};
+
+LocaleState &state()
+{
+    static LocaleState s;
+    return s;
+}
+
+// The resource folder of the stored bundle; empty when nothing is there.
+QString pluginResourceDir()
+{
+    const QString bundle = state().bundlePath;
+    if (!FileOps::exists(bundle))
+        return QString();
+    return BundlePaths::resourcePath(bundle);
+}
+
+std::unique_ptr<QTranslator> loadTable(const QString &qmPath)
+{
+    if (!QFileInfo(qmPath).isFile())
+        return nullptr;
+    auto table = std::make_unique<QTranslator>();
+    if (!table->load(qmPath)) {
+        qCDebug(lcLocale) << "unreadable strings table" << qmPath;
+        return nullptr;
+    }
+    return table;
+}
+
+// The table of the stored language; with no language, the unlocalised table, if any.
+std::unique_ptr<QTranslator> loadStoredLanguageTable(const QString &resourceDir)
+{
+    const QString lang = state().languageCode;
+    if (lang.isNull())
+        return loadTable(resourceDir + QLatin1Char('/') + TableFile);
+    return loadTable(resourceDir + QLatin1Char('/') + lang + QLatin1String(".lproj/") + TableFile);
+}
+
+// The system's own language choice, used when the stored language has no table: the first of
+// the user's languages that the bundle has, else English. Never cached.
+std::unique_ptr<QTranslator> loadSystemLanguageTable(const QString &resourceDir)
+{
+    QStringList candidates;
+    for (const QString &name : QLocale::system().uiLanguages()) {
+        candidates << name << QString(name).replace(QLatin1Char('-'), QLatin1Char('_'))
+                   << name.section(QLatin1Char('-'), 0, 0);
+    }
+    candidates << QStringLiteral("en");
+    candidates.removeDuplicates();
+    for (const QString &lang : std::as_const(candidates)) {
+        if (auto table = loadTable(resourceDir + QLatin1Char('/') + lang +
+                                   QLatin1String(".lproj/") + TableFile))
+            return table;
+    }
+    return nullptr;
+}
+
+QString lookUp(const QTranslator &table, const QString &key)
+{
+    return table.translate(TableContext, key.toUtf8().constData());
+}
+
+} // namespace
+
+void setDefaultLanguageCode(const QString &code)
+{
+    state().languageCode = code;
+}
+
+QString defaultLanguageCode()
+{
+    return state().languageCode;
+}
+
+void setDefaultBundlePath(const QString &path)
+{
+    state().bundlePath = path;
+}
+
+QString defaultBundlePath()
+{
+    return state().bundlePath;
+}
+
+QString loadAppString(const QString &key, const QString &defaultText)
+{
+    const QString resourceDir = pluginResourceDir();
+    if (resourceDir.isEmpty())
+        return defaultText;
+    LocaleState &s = state();
+    if (!s.table)
+        s.table = loadStoredLanguageTable(resourceDir);
+    QString found;
+    if (s.table) {
+        found = lookUp(*s.table, key);
+    } else if (const auto fallback = loadSystemLanguageTable(resourceDir)) {
+        found = lookUp(*fallback, key);
+    }
+    if (found.isEmpty() || found == key)
+        return defaultText;
+    return found;
+}
+
+QString localizedResourcePath(const QString &resourceDir, const QString &fileName)
+{
+    const QString lang =
+        defaultLanguageCode().isEmpty() ? QStringLiteral("en") : defaultLanguageCode();
+    const QString candidates[] = {
+        resourceDir + QLatin1Char('/') + lang + QLatin1String(".lproj/") + fileName,
+        resourceDir + QLatin1String("/en.lproj/") + fileName,
+        resourceDir + QLatin1Char('/') + fileName,
+    };
+    for (const QString &path : candidates) {
+        if (FileOps::exists(path))
+            return path;
+    }
+    return QString();
+}
+
+QString localizedBundleResourcePath(const QString &bundlePath, const QString &fileName)
+{
+    const QString bundle = bundlePath.isEmpty() ? BundlePaths::mainBundlePath() : bundlePath;
+    return localizedResourcePath(BundlePaths::resourcePath(bundle), fileName);
+}
+
+void resetAppStringTableForTesting()
+{
+    state().table.reset();
+}

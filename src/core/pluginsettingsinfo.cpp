@@ -1,0 +1,146 @@
+#include "pluginsettingsinfo.h"
+
+#include "bundlepaths.h"
+#include "fileops.h"
+#include "localisation.h"
+
+#include <QDir>
+#include <QDomDocument>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QStandardPaths>
+#include <QStringDecoder>
+
+Q_LOGGING_CATEGORY(lcWorkspace, "img.workspace", QtWarningMsg)
+
+namespace {
+
+const QLatin1String DefaultIdentifier("img");
+const QLatin1String SourceFolders[] = {QLatin1String("html"), QLatin1String("data")};
+
+QString join(const QString &folder, const QString &rel)
+{
+    return folder + QLatin1Char('/') + rel;
+}
+
+} // namespace
+
+QString PluginSettingsInfo::getSavePluginPath()
+{
+    const QString resourceDir = BundlePaths::resourceDirFor(defaultBundlePath());
+    // An unreadable "product.id" leaves the id missing; the folder name then carries the
+    // platform's text for a missing string rather than silently borrowing another product's.
+    const QString productId =
+        BundlePaths::readProductId(resourceDir).value_or(QStringLiteral("(null)"));
+    QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (base.isEmpty())
+        base = QDir::homePath() + QLatin1String("/Library/Application Support");
+    base = QDir::cleanPath(base);
+    return base + QLatin1String("/Kelvara/") + productId + QLatin1String("_resource/Plugin/Save");
+}
+
+void PluginSettingsInfo::copyFromPath(const QString &from, const QString &to, bool withHiddenFiles)
+{
+    // An unset target would turn every relative path into one at the root of the file system.
+    if (to.isEmpty())
+        return;
+    for (const QString &rel : FileOps::subpaths(from)) {
+        // Only the first character of the relative path counts: a hidden top-level folder is
+        // skipped with all it holds, a hidden file inside a visible folder is copied.
+        if (!withHiddenFiles && rel.startsWith(QLatin1Char('.')))
+            continue;
+        const QString source = join(from, rel);
+        const QString target = join(to, rel);
+        if (!FileOps::exists(source))
+            continue;
+        if (!FileOps::isDir(source)) {
+            QFile::copy(source, target); // an existing target stays as it is
+        } else if (!FileOps::isDir(target)) {
+            QDir().mkpath(target); // fails quietly when a file is in the way
+        }
+    }
+}
+
+bool PluginSettingsInfo::resetWorkspace()
+{
+    ensureIdentifier();
+    if (m_workSpace.isEmpty())
+        return true;
+    if (FileOps::exists(m_workSpace))
+        FileOps::removeItem(m_workSpace);
+    const QString resourceDir = BundlePaths::resourceDirFor(m_bundlePath);
+    QDir().mkpath(m_workSpace);
+    // "data" comes second: for files of the same relative path, its copy wins only where "html"
+    // left nothing, and QFile::copy never overwrites.
+    for (const QLatin1String folder : SourceFolders)
+        copyFromPath(join(resourceDir, folder), m_workSpace, false);
+    QFile::copy(join(m_workSpace, m_identifier + QLatin1String(".swf")),
+                join(m_workSpace, QStringLiteral("book.swf")));
+    return true;
+}
+
+bool PluginSettingsInfo::loadWorkspace()
+{
+    if (m_workSpace.isEmpty())
+        m_workSpace = join(getSavePluginPath(), DefaultIdentifier);
+    if (!FileOps::exists(m_workSpace))
+        return resetWorkspace();
+    // Top up only: files the user changed are never replaced, so an update of the bundle
+    // reaches an existing workspace for new files alone. Hidden files are included here.
+    const QString resourceDir = BundlePaths::resourceDirFor(m_bundlePath);
+    for (const QLatin1String folder : SourceFolders) {
+        const QString sourceRoot = join(resourceDir, folder);
+        for (const QString &rel : FileOps::subpaths(sourceRoot)) {
+            const QString target = join(m_workSpace, rel);
+            if (FileOps::exists(target))
+                continue;
+            const QString source = join(sourceRoot, rel);
+            if (FileOps::isDir(source))
+                QDir().mkpath(target);
+            else
+                QFile::copy(source, target);
+        }
+    }
+    return true;
+}
+
+QDomElement PluginSettingsInfo::getXMLFromWorkspace()
+{
+    ensureIdentifier();
+    if (m_workSpace.isEmpty())
+        return QDomElement();
+    const QString path = join(m_workSpace, m_identifier + QLatin1String(".xml"));
+    QByteArray bytes;
+    if (!FileOps::exists(path) || !FileOps::readAll(path, &bytes))
+        return QDomElement();
+    QStringDecoder decode(QStringDecoder::Utf8);
+    const QString text = decode(bytes);
+    if (decode.hasError())
+        return QDomElement();
+    // Parsed without whitespace-only text nodes: layout between elements is not content.
+    QDomDocument document;
+    QString error;
+    int line = 0;
+    if (!document.setContent(text, false, &error, &line)) {
+        qCDebug(lcWorkspace) << "unreadable" << path << "line" << line << error;
+        return QDomElement();
+    }
+    return document.documentElement();
+}
+
+bool PluginSettingsInfo::convertPluginToPath(const QString &path)
+{
+    if (!FileOps::exists(m_workSpace))
+        return false;
+    if (FileOps::exists(path))
+        FileOps::removeItem(path);
+    QDir().mkpath(path);
+    copyFromPath(m_workSpace, path, false);
+    return true;
+}
+
+void PluginSettingsInfo::ensureIdentifier()
+{
+    if (m_identifier.isEmpty())
+        m_identifier = DefaultIdentifier;
+}

@@ -1,0 +1,106 @@
+// imgbundle position read|write: the six-line position file, read and written as the window does.
+
+#include "toolcommand.h"
+
+#include "positionfile.h"
+#include "positionrect.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+using namespace ToolCommand;
+
+// The shortest text that reads back as the same float.
+QString floatText(float value)
+{
+    char buffer[64];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return QString::fromLatin1(buffer, int(result.ptr - buffer));
+}
+
+int runRead(const Command &self, const QStringList &args)
+{
+    if (args.size() != 1)
+        return usageError(self, args.isEmpty() ? QStringLiteral("missing FILE")
+                                               : QStringLiteral("expects one FILE"));
+    const QString path = args.first();
+    if (!QFileInfo::exists(path))
+        return failure(QStringLiteral("no file at %1").arg(path));
+    if (QFileInfo(path).isDir())
+        return failure(QStringLiteral("%1 is a folder, not a position file").arg(path));
+    // A short or unreadable file reads as all zeros, as in the settings window.
+    const PositionRect rect = PositionFile::read(path).value_or(PositionRect());
+    out(QStringLiteral("left %1\ntop %2\nright %3\nbottom %4\ntransparency %5\nlayer %6")
+            .arg(floatText(rect.left()), floatText(rect.top()), floatText(rect.right()),
+                 floatText(rect.bottom()), floatText(rect.transparency()),
+                 QString::number(rect.layer())));
+    return Success;
+}
+
+bool parseFloat(const QString &text, float *value)
+{
+    bool ok = false;
+    *value = QLocale::c().toFloat(text, &ok);
+    return ok && std::isfinite(*value);
+}
+
+int runWrite(const Command &self, const QStringList &args)
+{
+    static const char *const names[] = {"LEFT", "TOP", "RIGHT", "BOTTOM", "TRANSPARENCY"};
+    if (args.size() != 7)
+        return usageError(
+            self, QStringLiteral("expects FILE and six values, got %1 arguments").arg(args.size()));
+    float values[5];
+    for (int i = 0; i < 5; ++i) {
+        if (!parseFloat(args.at(i + 1), &values[i]))
+            return usageError(self, QStringLiteral("%1 is not a number: \"%2\"")
+                                        .arg(QLatin1String(names[i]), args.at(i + 1)));
+    }
+    bool ok = false;
+    const int layer = QLocale::c().toInt(args.at(6), &ok);
+    if (!ok)
+        return usageError(self, QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
+
+    PositionRect rect;
+    rect.setLeft(values[0]);
+    rect.setTop(values[1]);
+    rect.setRight(values[2]);
+    rect.setBottom(values[3]);
+    rect.setTransparency(values[4]);
+    rect.setLayer(layer);
+    const QString path = args.first();
+    rect.saveToFile(path);
+    // saveToFile ignores a failed write, as the window does; the tool checks and says so.
+    QFile written(path);
+    if (!written.open(QIODevice::ReadOnly) || written.readAll() != rect.toText())
+        return failure(QStringLiteral("could not write %1").arg(path));
+    return Success;
+}
+
+const Registration readRegistration{
+    {QStringLiteral("position read"), QStringLiteral("FILE"),
+     QStringLiteral("Print the six values of a position file as the settings window reads them."),
+     QStringLiteral(
+         "Reads a six-line position file (\"settings.dat\", \"defaultsettings.dat\") and\n"
+         "prints left, top, right, bottom, transparency and layer, one a line.\n"
+         "Line ends \"\\r\\n\" read like \"\\n\"; a file of fewer than six lines, or one\n"
+         "that is not UTF-8 text, reads as all zeros."),
+     &runRead}};
+
+const Registration writeRegistration{
+    {QStringLiteral("position write"),
+     QStringLiteral("FILE LEFT TOP RIGHT BOTTOM TRANSPARENCY LAYER"),
+     QStringLiteral("Write a position file: five values with one decimal and the layer."),
+     QStringLiteral(
+         "Writes the six-line position file as the settings window saves it: the margins\n"
+         "(percent of the page) and the transparency with one decimal (\"%.1f\"), the\n"
+         "layer as an integer, joined by \"\\n\" with no newline at the end.\n"
+         "Negative values are written as they are."),
+     &runWrite}};
+
+} // namespace

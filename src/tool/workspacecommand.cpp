@@ -1,0 +1,99 @@
+// imgbundle workspace: loads the plugin's workspace, creating it or topping it up from a bundle.
+
+#include "toolcommand.h"
+
+#include "bundlepaths.h"
+#include "localisation.h"
+#include "pluginsettingsinfo.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+using namespace ToolCommand;
+
+// The installed bundle beside the installed tool, else the one assembled in the build tree.
+QString defaultBundle()
+{
+    const QString installed = QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                                              QLatin1String("/" IMG_INSTALLED_BUNDLE_FROM_BIN));
+    if (QFileInfo(installed).isDir())
+        return installed;
+    return QStringLiteral(IMG_DEFAULT_BUNDLE);
+}
+
+int run(const Command &self, const QStringList &args)
+{
+    QString bundle;
+    QString workspace;
+    for (int i = 0; i < args.size(); ++i) {
+        const QString &arg = args.at(i);
+        QString *target = nullptr;
+        QString name = arg;
+        QString value;
+        bool inlineValue = false;
+        if (const qsizetype eq = arg.indexOf(QLatin1Char('='));
+            arg.startsWith(QLatin1String("--")) && eq > 0) {
+            name = arg.left(eq);
+            value = arg.mid(eq + 1);
+            inlineValue = true;
+        }
+        if (name == QLatin1String("--bundle"))
+            target = &bundle;
+        else if (name == QLatin1String("--workspace"))
+            target = &workspace;
+        else if (arg.startsWith(QLatin1Char('-')))
+            return usageError(self, QStringLiteral("unknown option \"%1\"").arg(arg));
+        else
+            return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(arg));
+        if (!inlineValue) {
+            if (i + 1 >= args.size())
+                return usageError(self, QStringLiteral("%1 needs a folder").arg(name));
+            value = args.at(++i);
+        }
+        if (value.isEmpty())
+            return usageError(self, QStringLiteral("%1 needs a folder").arg(name));
+        *target = QFileInfo(value).absoluteFilePath();
+    }
+
+    if (bundle.isEmpty())
+        bundle = defaultBundle();
+    bundle = QDir::cleanPath(bundle);
+    if (!QFileInfo(BundlePaths::resourcePath(bundle)).isDir())
+        return failure(QStringLiteral("no bundle at %1 (it needs Contents/Resources)").arg(bundle));
+    if (!workspace.isEmpty() && QFileInfo::exists(workspace) && !QFileInfo(workspace).isDir())
+        return failure(QStringLiteral("the workspace %1 is a file, not a folder").arg(workspace));
+
+    // The save folder depends on the bundle's product id, as it does inside the host.
+    setDefaultBundlePath(bundle);
+    PluginSettingsInfo info;
+    info.setWorkSpace(workspace);
+    info.setIdentifier(QStringLiteral("img"));
+    info.setBundlePath(bundle);
+    info.loadWorkspace();
+    if (!QFileInfo(info.workSpace()).isDir())
+        return failure(QStringLiteral("could not create the workspace %1").arg(info.workSpace()));
+    out(info.workSpace());
+    return Success;
+}
+
+const Registration registration{
+    {QStringLiteral("workspace"), QStringLiteral("[--bundle DIR] [--workspace DIR]"),
+     QStringLiteral(
+         "Load the workspace, creating it or topping it up from the bundle; print its path."),
+     QStringLiteral(
+         "Loads the plugin's workspace the way the settings window does: a missing workspace is\n"
+         "built from the bundle's \"html\" and \"data\" resources, an existing one only gets the\n"
+         "files it lacks (files already there, changed or not, are kept). Prints the workspace "
+         "path.\n"
+         "\n"
+         "Options:\n"
+         "  --bundle DIR     the plugin bundle (the folder holding Contents/Resources);\n"
+         "                   default: the installed or freshly built img.bundle\n"
+         "  --workspace DIR  the workspace folder; default: the host's plugin save folder + "
+         "\"img\""),
+     &run}};
+
+} // namespace
