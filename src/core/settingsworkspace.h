@@ -5,7 +5,8 @@
 
 // The settings window's rules over the files of the workspace: which position file it loads,
 // how it keeps the preview page current, and what OK leaves behind for the published book.
-// Every operation ignores file errors.
+// Every operation ignores file errors; an empty workspace path (which would name the current
+// folder) makes them do nothing.
 namespace SettingsWorkspace {
 
 // workSpace/"settings.dat" when the workspace has that entry at its top level (one in a

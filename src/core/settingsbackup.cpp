@@ -26,6 +26,8 @@ QString newBackupPath()
 
 void createBackupFolder(const QString &path)
 {
+    if (path.isEmpty())
+        return;
     if (FileOps::exists(path))
         FileOps::removeItem(path);
     if (!QDir().mkpath(path))
@@ -34,7 +36,7 @@ void createBackupFolder(const QString &path)
 
 void saveInitialSettings(const QString &workSpace, const QString &backup)
 {
-    if (!FileOps::isDir(backup))
+    if (workSpace.isEmpty() || !FileOps::isDir(backup))
         return;
     const QDir from(workSpace);
     const QDir to(backup);
@@ -48,7 +50,8 @@ void saveInitialSettings(const QString &workSpace, const QString &backup)
 
 void undoSettings(const QString &workSpace, const QString &backup)
 {
-    if (FileOps::isDir(backup)) {
+    // An empty path would name the current folder; there is nothing to restore into.
+    if (!workSpace.isEmpty() && FileOps::isDir(backup)) {
         if (FileOps::exists(workSpace))
             FileOps::removeItem(workSpace);
         QDir().mkpath(workSpace);

@@ -26,6 +26,8 @@ QString bundlePreviewPage(const QString &bundlePath)
 
 void refreshPreviewPage(const QString &workSpace, const QString &bundlePath)
 {
+    if (workSpace.isEmpty())
+        return;
     const QString page = QDir(workSpace).filePath(QStringLiteral("index.html"));
     const QString bundlePage = bundlePreviewPage(bundlePath);
     if (!FileOps::exists(page)) {
@@ -55,6 +57,8 @@ QStringList keepList(const QStringList &locatedFiles, const QString &identifier)
 
 void writeFilesList(const QString &workSpace, const QStringList &locatedFiles)
 {
+    if (workSpace.isEmpty())
+        return;
     const QString path = QDir(workSpace).filePath(QStringLiteral("files"));
     if (!FileOps::writeAtomically(path, locatedFiles.join(QLatin1Char('\n')).toUtf8()))
         qCDebug(lcSettingsWorkspace) << "cannot write" << path;
@@ -62,6 +66,9 @@ void writeFilesList(const QString &workSpace, const QStringList &locatedFiles)
 
 void cleanToKeepList(const QString &workSpace, const QStringList &keep)
 {
+    // An empty path would name the current folder.
+    if (workSpace.isEmpty() || !FileOps::isDir(workSpace))
+        return;
     const QDir dir(workSpace);
     const QStringList entries =
         dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
