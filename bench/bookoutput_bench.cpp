@@ -1,0 +1,144 @@
+// Figures for the book output: the description converted to JSON, and the book script scrambled.
+//   bookoutput_bench generate DESCRIPTION.xml SCRIPT.txt   writes the two inputs
+//   bookoutput_bench json DESCRIPTION.xml                  parse + convert, and convert alone
+//   bookoutput_bench scramble SCRIPT.txt                   scrambleScriptString on the text
+// Each run prints one line per figure: name, megabytes per second, peak resident memory.
+#include "pluginsettingsinfo.h"
+#include "scrambler.h"
+#include "xmlhelpers.h"
+#include "xmljson.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <cstdio>
+#include <sys/resource.h>
+
+namespace {
+
+constexpr int kRounds = 5;
+
+long peakKiB()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+void report(const char *name, qint64 bytes, qint64 bestNs)
+{
+    const double seconds = double(bestNs) / 1e9;
+    std::printf("%-28s %10.1f MB/s %8.2f ms  peak %7.1f MiB\n", name, double(bytes) / 1e6 / seconds,
+                seconds * 1e3, double(peakKiB()) / 1024.0);
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "cannot read %s\n", qPrintable(path));
+        std::exit(2);
+    }
+    return file.readAll();
+}
+
+bool writeAll(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+// About 5 MB: a description with the usual settings and a list of 50,000 records.
+QByteArray makeDescription()
+{
+    QByteArray xml(
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<info>\n"
+        "  <opacity type=\"number\">1</opacity>\n  <layout type=\"number\">1</layout>\n"
+        "  <properties>\n    <basic>\n      <left type=\"text\">10.0%</left>\n"
+        "      <top type=\"text\">26.0%</top>\n      <width type=\"text\">30.0%</width>\n"
+        "      <height type=\"text\">48.0%</height>\n    </basic>\n    <extended>\n"
+        "      <src type=\"file\">photo.png</src>\n      <rows>\n");
+    for (int k = 0; k < 50000; ++k) {
+        xml += "        <item><title type=\"text\">Page ";
+        xml += QByteArray::number(k);
+        xml += " &amp; \"caption\" &lt;b&gt;</title><page type=\"number\">";
+        xml += QByteArray::number(k);
+        xml += "</page><show type=\"bool\">1</show><tint type=\"color\">0xFF8000</tint></item>\n";
+    }
+    xml += "      </rows>\n    </extended>\n  </properties>\n</info>\n";
+    return xml;
+}
+
+// About 1 MB of book script, with some non-ASCII text.
+QByteArray makeScript()
+{
+    QByteArray text("var bookPlugin={\"rows\":[");
+    for (int k = 0; text.size() < 1000000; ++k)
+        text += "{\"title\":\"Page " + QByteArray::number(k) + " Grüße\",\"show\":true},";
+    text += "{}]};";
+    return text;
+}
+
+template<typename Work> qint64 bestOf(Work work)
+{
+    qint64 best = std::numeric_limits<qint64>::max();
+    for (int round = 0; round < kRounds; ++round) {
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        best = std::min(best, timer.nsecsElapsed());
+    }
+    return best;
+}
+
+int runJson(const QString &path)
+{
+    const QByteArray xml = readAll(path);
+    PluginSettingsInfo info;
+    info.setWorkSpace(QStringLiteral("/nonexistent-workspace"));
+    qsizetype size = 0;
+    const qint64 stream = bestOf(
+        [&] { size = XmlJson::jsonFromXmlText(xml, QString(), info.workSpace()).toUtf8().size(); });
+    report("text to JSON (ours)", xml.size(), stream);
+    const qint64 whole = bestOf([&] {
+        const QDomDocument doc = parseDescriptionXml(xml);
+        size = info.jsonFromXml(doc.documentElement(), QString()).toUtf8().size();
+    });
+    report("tree: parse+convert (ours)", xml.size(), whole);
+    const QDomDocument doc = parseDescriptionXml(xml);
+    const qint64 convert =
+        bestOf([&] { size = info.jsonFromXml(doc.documentElement(), QString()).toUtf8().size(); });
+    report("tree: convert only (ours)", xml.size(), convert);
+    std::printf("json bytes %lld\n", static_cast<long long>(size));
+    return 0;
+}
+
+int runScramble(const QString &path)
+{
+    const QString text = QString::fromUtf8(readAll(path));
+    const qsizetype bytes = text.toUtf8().size();
+    qsizetype size = 0;
+    const qint64 best = bestOf([&] { size = scrambleScriptString(text).size(); });
+    report("scramble (ours)", bytes, best);
+    std::printf("scrambled chars %lld\n", static_cast<long long>(size));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments().mid(1);
+    if (args.size() == 3 && args[0] == QLatin1String("generate"))
+        return writeAll(args[1], makeDescription()) && writeAll(args[2], makeScript()) ? 0 : 1;
+    if (args.size() == 2 && args[0] == QLatin1String("json"))
+        return runJson(args[1]);
+    if (args.size() == 2 && args[0] == QLatin1String("scramble"))
+        return runScramble(args[1]);
+    std::fprintf(stderr, "usage: bookoutput_bench generate XML TEXT | json XML | scramble TEXT\n");
+    return 2;
+}

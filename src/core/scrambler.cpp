@@ -1,0 +1,170 @@
+#include "scrambler.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <utility>
+#include <vector>
+
+const char myBase64[65] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+namespace {
+
+constexpr int kKeyLength = 8;
+constexpr quint32 kStateSize = 256;
+
+// The keystream over a state of 256 bytes: every index stays a byte, no reductions needed.
+void cryptWith256(unsigned char *state, const unsigned char *in, unsigned char *out, qsizetype size)
+{
+    quint8 i = 0;
+    quint8 j = 0;
+    for (qsizetype x = 0; x < size; ++x) {
+        i = quint8(i + 1);
+        j = quint8(j + state[i]);
+        std::swap(state[i], state[j]);
+        out[x] = in[x] ^ state[quint8(state[i] + state[j])];
+    }
+}
+
+// Any other state size, with the reductions of the general form.
+void cryptWithSize(unsigned char *state, quint32 n, const unsigned char *in, unsigned char *out,
+                   qsizetype size)
+{
+    quint32 i = 0;
+    quint32 j = 0;
+    for (qsizetype x = 0; x < size; ++x) {
+        i = ((i % 256) + 1) % n;
+        j = ((j % 256) + state[i % 256]) % n;
+        std::swap(state[i % 256], state[j % 256]);
+        const quint32 t = (quint32(state[i % 256]) + state[j % 256]) % n;
+        out[x] = in[x] ^ state[t % 256];
+    }
+}
+
+// Eight hexadecimal digits of a value made from the clock and rand(), most significant first,
+// each letter digit in a case of its own random choice.
+QByteArray makeKey()
+{
+    const quint32 ticks = quint32(std::clock());
+    quint32 v = (quint32(std::rand()) << 16) + ticks;
+    QByteArray key(kKeyLength, '0');
+    for (int position = kKeyLength - 1; position >= 0; --position) {
+        const int d = int(v & 0xF);
+        if (d < 10)
+            key[position] = char('0' + d);
+        else
+            key[position] = char(((std::rand() & 1) ? 'a' : 'A') + (d - 10));
+        v >>= 4;
+    }
+    return key;
+}
+
+// Index of a letter in the first 48 entries of the table, or -1.
+int letterIndex(char16_t c)
+{
+    if (c >= u'A' && c <= u'Z')
+        return c - u'A';
+    if (c >= u'a' && c <= u'v')
+        return 26 + (c - u'a');
+    return -1;
+}
+
+bool isHexDigit(char16_t c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
+QByteArray cryptBytes(const QByteArray &data, const QByteArray &keyBytes, quint32 n)
+{
+    if (n == 0)
+        return data;
+    QByteArray out(data.size(), Qt::Uninitialized);
+    const auto *in = reinterpret_cast<const unsigned char *>(data.constData());
+    auto *dest = reinterpret_cast<unsigned char *>(out.data());
+    const auto *key = reinterpret_cast<const unsigned char *>(keyBytes.constData());
+    const auto keyLength = quint8(keyBytes.size());
+    if (n == kStateSize) {
+        unsigned char state[kStateSize];
+        RC4C_Init(state, key, keyLength, n);
+        cryptWith256(state, in, dest, data.size());
+    } else {
+        std::vector<unsigned char> state(std::max<quint32>(n, kStateSize));
+        RC4C_Init(state.data(), key, keyLength, n);
+        cryptWithSize(state.data(), n, in, dest, data.size());
+    }
+    return out;
+}
+
+} // namespace
+
+void RC4C_Init(unsigned char *state, const unsigned char *key, quint8 keyLength, quint32 n)
+{
+    // The temporary key array lives on the stack for the usual 256-byte state.
+    std::array<unsigned char, kStateSize> small{};
+    std::vector<unsigned char> large(n > kStateSize ? n : 0, 0);
+    unsigned char *keyArray = n > kStateSize ? large.data() : small.data();
+    for (quint32 x = 0; x < n; ++x) {
+        state[x] = static_cast<unsigned char>(x);
+        if (keyLength != 0)
+            keyArray[x] = key[x % keyLength];
+    }
+    quint32 j = 0;
+    for (quint32 x = 0; x < n; ++x) {
+        j = (keyArray[x] + j + state[x]) % n;
+        std::swap(state[x], state[j]);
+    }
+}
+
+QByteArray rc4CryptData(const QByteArray &data, const QString &key, quint32 n)
+{
+    return cryptBytes(data, key.toUtf8(), n);
+}
+
+QString scrambleScriptString(const QString &text)
+{
+    const QByteArray key = makeKey();
+    const QByteArray bytes = cryptBytes(text.toUtf8(), key, kStateSize);
+
+    QString result(bytes.size() * 2 + kKeyLength + 1, Qt::Uninitialized);
+    QChar *out = result.data();
+    int third = 0;
+    for (const char byte : bytes) {
+        const auto b = static_cast<unsigned char>(byte);
+        *out++ = QLatin1Char(myBase64[16 * third + (b >> 4)]);
+        *out++ = QLatin1Char(myBase64[16 * third + (b & 15)]);
+        third = third > 1 ? 0 : third + 1;
+    }
+    for (const char c : key)
+        *out++ = QLatin1Char(c);
+    *out = u'_';
+    return result;
+}
+
+std::optional<QString> unscrambleScriptString(QStringView scrambled)
+{
+    if (!scrambled.endsWith(u'_') || scrambled.size() < kKeyLength + 1)
+        return std::nullopt;
+    const QStringView body = scrambled.first(scrambled.size() - kKeyLength - 1);
+    const QStringView keyText = scrambled.sliced(body.size(), kKeyLength);
+    if (body.size() % 2 != 0)
+        return std::nullopt;
+    QByteArray key(kKeyLength, Qt::Uninitialized);
+    for (int k = 0; k < kKeyLength; ++k) {
+        if (!isHexDigit(keyText[k].unicode()))
+            return std::nullopt;
+        key[k] = char(keyText[k].unicode());
+    }
+
+    QByteArray bytes(body.size() / 2, Qt::Uninitialized);
+    int third = 0;
+    for (qsizetype p = 0; p < bytes.size(); ++p) {
+        const int high = letterIndex(body[2 * p].unicode()) - 16 * third;
+        const int low = letterIndex(body[2 * p + 1].unicode()) - 16 * third;
+        if (high < 0 || high > 15 || low < 0 || low > 15)
+            return std::nullopt;
+        bytes[p] = char(high * 16 + low);
+        third = third > 1 ? 0 : third + 1;
+    }
+    return QString::fromUtf8(cryptBytes(bytes, key, kStateSize));
+}

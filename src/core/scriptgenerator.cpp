@@ -1,0 +1,139 @@
+#include "scriptgenerator.h"
+
+#include "pluginsettingsinfo.h"
+#include "positionfile.h"
+#include "scrambler.h"
+#include "utilityfunction.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+#include <algorithm>
+
+namespace ScriptGenerator {
+
+namespace {
+
+// Replaces the element's content with one text node, as a setting's value is stored.
+void setStringValue(QDomElement element, const QString &value)
+{
+    while (!element.firstChild().isNull())
+        element.removeChild(element.firstChild());
+    QDomDocument doc = element.ownerDocument();
+    element.appendChild(doc.createTextNode(value));
+}
+
+QString percentText(double value)
+{
+    return QString::asprintf("%.1f%%", value);
+}
+
+void applyFrame(QDomElement basic, const PositionRect &position)
+{
+    // Percentages of the page; width and height follow from the margins.
+    const double left = position.left();
+    const double top = position.top();
+    const double width = 100.0 - double(position.right()) - left;
+    const double height = 100.0 - top - double(position.bottom());
+    for (QDomElement child = basic.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        const QString name = child.tagName();
+        if (name == QLatin1String("left"))
+            setStringValue(child, percentText(left));
+        else if (name == QLatin1String("top"))
+            setStringValue(child, percentText(top));
+        else if (name == QLatin1String("width"))
+            setStringValue(child, percentText(width));
+        else if (name == QLatin1String("height"))
+            setStringValue(child, percentText(height));
+    }
+}
+
+bool writeWithoutMark(const QString &text, const QString &path)
+{
+    QSaveFile file(path);
+    const QByteArray bytes = text.toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+} // namespace
+
+PositionRect builtInPosition()
+{
+    PositionRect position;
+    position.setLeft(10.0f);
+    position.setTop(26.0f);
+    position.setRight(60.0f);
+    position.setBottom(26.0f);
+    position.setTransparency(0.0f);
+    position.setLayer(1);
+    return position;
+}
+
+std::optional<PositionRect> workspacePosition(const QString &workSpace)
+{
+    QString path = workSpace + QStringLiteral("/settings.dat");
+    if (!QFileInfo::exists(path))
+        path = workSpace + QStringLiteral("/defaultsettings.dat");
+    if (!QFileInfo::exists(path))
+        return std::nullopt;
+    return PositionFile::read(path).value_or(builtInPosition());
+}
+
+void applyPosition(QDomElement &root, const PositionRect &position)
+{
+    // The transparency is a percentage; past 100 the plugin is simply invisible, while a
+    // negative one passes through as it is.
+    const float transparency = std::min(position.transparency() / 100.0f, 1.0f);
+    const double opacity = 1.0 - double(transparency);
+    for (QDomElement child = root.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        const QString name = child.tagName();
+        if (name == QLatin1String("opacity")) {
+            setStringValue(child, QString::asprintf("%f", opacity));
+        } else if (name == QLatin1String("layout")) {
+            setStringValue(child, QString::number(position.layer()));
+        } else if (name == QLatin1String("properties")) {
+            const QDomElement basic = child.lastChildElement(QStringLiteral("basic"));
+            if (!basic.isNull())
+                applyFrame(basic, position);
+        }
+    }
+}
+
+QString configScript(const QString &json)
+{
+    return QStringLiteral("var config=") + json + u';';
+}
+
+QString bookScript(const QString &json)
+{
+    return QStringLiteral("var bookPlugin=") + json + u';';
+}
+
+} // namespace ScriptGenerator
+
+void PluginSettingsInfo::generateJSConfig(const QString &relatePath)
+{
+    QDomElement root = getXMLFromWorkspace();
+    if (root.isNull())
+        return;
+    const std::optional<PositionRect> position = ScriptGenerator::workspacePosition(m_workSpace);
+    if (!position)
+        return;
+    if (root.ownerDocument().isNull()) {
+        // Text nodes need a document: give a detached root one of its own.
+        QDomDocument doc;
+        root = doc.importNode(root, true).toElement();
+        doc.appendChild(root);
+    }
+    ScriptGenerator::applyPosition(root, *position);
+
+    if (!relatePath.isEmpty()) {
+        const QString script = ScriptGenerator::bookScript(jsonFromXml(root, relatePath));
+        ScriptGenerator::writeWithoutMark(scrambleScriptString(script),
+                                          m_workSpace + QStringLiteral("/bookPlugin.js"));
+        return;
+    }
+    UtilityFunction::writeString(ScriptGenerator::configScript(jsonFromXml(root, QString())),
+                                 m_workSpace + QStringLiteral("/config.js"));
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "positionrect.h"
+
+#include <QDomElement>
+#include <QString>
+#include <optional>
+
+// The pieces of PluginSettingsInfo::generateJSConfig: the position taken from the workspace's
+// position file and copied into the description, and the two script texts.
+namespace ScriptGenerator {
+
+// Used when the position file is short: left 10, top 26, right 60, bottom 26, transparency 0,
+// layer 1.
+PositionRect builtInPosition();
+
+// The position file of a workspace: "settings.dat", else "defaultsettings.dat"; nullopt when
+// neither exists. A short or unreadable file gives the built-in position.
+std::optional<PositionRect> workspacePosition(const QString &workSpace);
+
+// Writes the position into the description held in memory: "opacity" (six decimals), "layout"
+// (the layer) and the frame of the last "basic" of every "properties" (one decimal and "%").
+void applyPosition(QDomElement &root, const PositionRect &position);
+
+// "var config=<json>;" for the preview and "var bookPlugin=<json>;" for the book.
+QString configScript(const QString &json);
+QString bookScript(const QString &json);
+
+} // namespace ScriptGenerator

@@ -1,0 +1,71 @@
+#include "xmlhelpers.h"
+
+QDomElement generateXmlWithType(QDomDocument &doc, const QString &name, const QString &value,
+                                const QString &type)
+{
+    QDomElement element = doc.createElement(name);
+    element.setAttribute(QStringLiteral("type"), type);
+    if (!value.isEmpty())
+        element.appendChild(doc.createTextNode(value));
+    return element;
+}
+
+QVariantMap xml2dict(const QDomElement &element)
+{
+    QVariantMap dict;
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        if (child.childNodes().size() < 2)
+            dict.insert(child.tagName(), child.text());
+        else
+            dict.insert(child.tagName(), xml2dict(child));
+    }
+    return dict;
+}
+
+QDomElement dict2xml(QDomDocument &doc, const QVariantMap &dict, const QString &name)
+{
+    QDomElement element = doc.createElement(name);
+    for (auto it = dict.cbegin(); it != dict.cend(); ++it) {
+        if (it.value().typeId() == QMetaType::QVariantMap) {
+            element.appendChild(dict2xml(doc, it.value().toMap(), it.key()));
+            continue;
+        }
+        QDomElement child = doc.createElement(it.key());
+        const QString text = it.value().toString();
+        if (!text.isEmpty())
+            child.appendChild(doc.createTextNode(text));
+        element.appendChild(child);
+    }
+    return element;
+}
+
+QString replaceStringForXML(const QString &text)
+{
+    QString result;
+    result.reserve(text.size() + 16);
+    for (const QChar c : text) {
+        switch (c.unicode()) {
+        case '\r':
+        case '\n':
+            break;
+        case '<':
+            result += QLatin1String("&lt;");
+            break;
+        case '>':
+            result += QLatin1String("&gt;");
+            break;
+        default:
+            result += c;
+        }
+    }
+    return result;
+}
+
+QDomDocument parseDescriptionXml(const QByteArray &xml)
+{
+    QDomDocument doc;
+    if (!doc.setContent(xml))
+        return QDomDocument();
+    return doc;
+}

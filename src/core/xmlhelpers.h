@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QDomDocument>
+#include <QDomElement>
+#include <QString>
+#include <QVariantMap>
+
+// Helpers around the description XML: every setting is an element whose text is its value and
+// whose "type" attribute names its kind; an element without "type" is a container.
+
+// A new element of doc named name, with the attribute "type" and the text value (doc by
+// reference: a null document is created on first use and must stay the caller's). It is not
+// inserted anywhere; the caller appends it.
+QDomElement generateXmlWithType(QDomDocument &doc, const QString &name, const QString &value,
+                                const QString &type);
+
+// The child elements of element as a map from name to value. A child with fewer than two child
+// nodes is a leaf and gives its text; any other child gives a nested map. A later child of the
+// same name replaces an earlier one; attributes are not carried over.
+QVariantMap xml2dict(const QDomElement &element);
+
+// A new element of doc named name with one child per key of dict, in the map's key order: a map
+// value becomes a nested element, any other value an element holding the value's text form.
+QDomElement dict2xml(QDomDocument &doc, const QVariantMap &dict, const QString &name);
+
+// Text made safe as element content: line breaks dropped, "<" and ">" written as entities.
+// The ampersand and quotes are left to the XML writer.
+QString replaceStringForXML(const QString &text);
+
+// The description parsed as one document without whitespace-only text nodes; a null document
+// when the text is not well-formed XML.
+QDomDocument parseDescriptionXml(const QByteArray &xml);

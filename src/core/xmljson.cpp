@@ -1,0 +1,438 @@
+#include "xmljson.h"
+
+#include "pluginsettingsinfo.h"
+#include "xmlhelpers.h"
+
+#include <QFileInfo>
+#include <QXmlStreamReader>
+#include <vector>
+
+namespace {
+
+int propertyTypeOf(QStringView name)
+{
+    static const QLatin1String names[] = {
+        QLatin1String("text"), QLatin1String("number"), QLatin1String("color"),
+        QLatin1String("bool"), QLatin1String("border"), QLatin1String("file"),
+    };
+    for (int code = PropertyText; code < PropertyNone; ++code) {
+        if (name == names[code])
+            return code;
+    }
+    return PropertyNone;
+}
+
+} // namespace
+
+int propertyTypeFromString(const QString &name)
+{
+    return propertyTypeOf(name);
+}
+
+QString replaceStringForJS(const QString &text, char quote)
+{
+    QString result;
+    result.reserve(text.size() + text.size() / 8 + 8);
+    XmlJson::appendEscapedForJS(result, text, quote);
+    return result;
+}
+
+namespace XmlJson {
+
+namespace {
+
+const QLatin1String kUnicodeMarker("${Unicode}");
+
+bool startsWithAt(QStringView text, qsizetype at, QLatin1String what)
+{
+    return text.size() - at >= what.size() && text.mid(at, what.size()) == what;
+}
+
+// True when the text starts, after blanks and a sign, with digits that are not all zero.
+bool leadingIntegerIsNonZero(QStringView text)
+{
+    qsizetype i = 0;
+    while (i < text.size() && (text[i] == u' ' || text[i] == u'\t' || text[i] == u'\n'))
+        ++i;
+    if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
+        ++i;
+    for (; i < text.size() && text[i].isDigit(); ++i) {
+        if (text[i] != u'0')
+            return true;
+    }
+    return false;
+}
+
+// The text of an element; the common single text child is shared, not copied.
+QString stringValue(const QDomElement &element)
+{
+    const QDomNode first = element.firstChild();
+    if (first.isNull())
+        return QString();
+    if (first.nextSibling().isNull() &&
+        (first.nodeType() == QDomNode::TextNode || first.nodeType() == QDomNode::CDATASectionNode))
+        return first.nodeValue();
+    return element.text();
+}
+
+void appendKey(QString &out, QStringView name)
+{
+    out += u'"';
+    out += name;
+    out += QLatin1String("\":");
+}
+
+void appendQuoted(QString &out, QStringView value)
+{
+    out += u'"';
+    out += value;
+    out += u'"';
+}
+
+void appendColor(QString &out, QStringView value)
+{
+    out += u'"';
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value[i] == u'0' && i + 1 < value.size() &&
+            (value[i + 1] == u'x' || value[i + 1] == u'X')) {
+            out += u'#';
+            ++i;
+        } else {
+            out += value[i];
+        }
+    }
+    out += u'"';
+}
+
+void appendBool(QString &out, QStringView value)
+{
+    const QString lower = value.toString().toLower();
+    if (lower == QLatin1String("true") || lower == QLatin1String("false"))
+        out += lower;
+    else
+        out += leadingIntegerIsNonZero(lower) ? QLatin1String("true") : QLatin1String("false");
+}
+
+// An empty value names no file: joined to the workspace it would name the workspace itself.
+bool fileExists(const QString &value, const QString &workSpace)
+{
+    if (value.isEmpty())
+        return false;
+    return QFileInfo::exists(value) || QFileInfo::exists(workSpace + u'/' + value);
+}
+
+void appendFile(QString &out, QStringView value, const QString &relatePath,
+                const QString &workSpace)
+{
+    out += u'"';
+    if (!relatePath.isEmpty() && fileExists(value.toString(), workSpace)) {
+        QStringView base(relatePath);
+        while (base.endsWith(u'/'))
+            base.chop(1);
+        QStringView leaf(value);
+        while (leaf.startsWith(u'/'))
+            leaf = leaf.mid(1);
+        out += base;
+        out += u'/';
+        out += leaf;
+    } else {
+        out += value;
+    }
+    out += u'"';
+}
+
+void appendMember(QString &out, QStringView name, int code, QStringView value,
+                  const QString &relatePath, const QString &workSpace);
+
+// Writes a typed value member; false when the element is not a value.
+bool appendValue(QString &out, const QDomElement &element, const QString &relatePath,
+                 const QString &workSpace)
+{
+    static const QString typeName = QStringLiteral("type");
+    const QDomAttr type = QDomElement(element).attributeNode(typeName); // a handle, not a copy
+    if (type.isNull())
+        return false;
+    const int code = propertyTypeFromString(type.value());
+    if (code == PropertyNone)
+        return false;
+    appendMember(out, element.tagName(), code, stringValue(element), relatePath, workSpace);
+    return true;
+}
+
+// One "key":value member of a typed value.
+void appendMember(QString &out, QStringView name, int code, QStringView value,
+                  const QString &relatePath, const QString &workSpace)
+{
+    appendKey(out, name);
+    switch (code) {
+    case PropertyText:
+        out += u'"';
+        appendEscapedForJS(out, value, '"');
+        out += u'"';
+        break;
+    case PropertyNumber:
+        out += value; // deliberately unchecked: the page sees the number as it was stored
+        break;
+    case PropertyColor:
+    case PropertyBorder:
+        appendColor(out, value);
+        break;
+    case PropertyBool:
+        appendBool(out, value);
+        break;
+    case PropertyFile:
+        if (relatePath.isEmpty())
+            appendQuoted(out, value);
+        else
+            appendFile(out, value, relatePath, workSpace);
+        break;
+    }
+}
+
+struct Frame
+{
+    QDomElement container;
+    QDomElement child;
+    char16_t close;
+};
+
+bool isAnonymous(QStringView name)
+{
+    return name == QLatin1String("info") || name == QLatin1String("item");
+}
+
+// Writes the opening of element (or the whole of a value) and answers the closing character
+// still owed, or 0 when the element is complete.
+char16_t open(QString &out, const QDomElement &element, const QString &relatePath,
+              const QString &workSpace)
+{
+    static const QString itemName = QStringLiteral("item");
+    const QString name = element.tagName();
+    if (isAnonymous(name)) {
+        out += u'{';
+        return u'}';
+    }
+    if (!element.firstChildElement(itemName).isNull()) {
+        appendKey(out, name);
+        out += u'[';
+        return u']';
+    }
+    if (appendValue(out, element, relatePath, workSpace))
+        return 0;
+    appendKey(out, name);
+    out += u'{';
+    return u'}';
+}
+
+// The one-pass reading keeps, per open element, where its opening brace went: a keyed object
+// turns into a list by patching that brace once an "item" child shows up, since both write
+// their members the same way.
+struct StreamFrame
+{
+    enum Kind : quint8 { Anonymous, Keyed, Value };
+    explicit StreamFrame(Kind k)
+        : kind(k)
+    {}
+    Kind kind;
+    bool hasMembers = false;
+    bool isList = false;
+    qsizetype brace = 0;     // of a keyed object
+    int code = PropertyNone; // of a value
+    QString name;            // of a value
+};
+
+enum class StreamResult { Done, Malformed, NeedsTree };
+
+StreamResult streamJson(QString &out, const QByteArray &xml, const QString &relatePath,
+                        const QString &workSpace)
+{
+    static const QString typeName = QStringLiteral("type");
+    QXmlStreamReader reader(xml);
+    std::vector<StreamFrame> stack;
+    QString value;
+    bool rootSeen = false;
+    while (!reader.atEnd()) {
+        switch (reader.readNext()) {
+        case QXmlStreamReader::StartElement: {
+            const QStringView name = reader.name();
+            if (!stack.empty()) {
+                StreamFrame &parent = stack.back();
+                // Elements inside a value, and lists of values, are rare shapes the tree
+                // handles; the one pass leaves them to it.
+                if (parent.kind == StreamFrame::Value)
+                    return StreamResult::NeedsTree;
+                if (parent.hasMembers)
+                    out += u',';
+                parent.hasMembers = true;
+                if (parent.kind == StreamFrame::Keyed && !parent.isList &&
+                    name == QLatin1String("item")) {
+                    parent.isList = true;
+                    out[parent.brace] = u'[';
+                }
+            } else if (rootSeen) {
+                return StreamResult::Malformed;
+            }
+            rootSeen = true;
+            if (isAnonymous(name)) {
+                out += u'{';
+                stack.emplace_back(StreamFrame::Anonymous);
+                break;
+            }
+            const QXmlStreamAttributes attributes = reader.attributes();
+            const int code = propertyTypeOf(attributes.value(typeName));
+            if (code != PropertyNone) {
+                StreamFrame frame(StreamFrame::Value);
+                frame.code = code;
+                frame.name = name.toString();
+                stack.push_back(std::move(frame));
+                value.clear();
+                break;
+            }
+            appendKey(out, name);
+            out += u'{';
+            StreamFrame frame(StreamFrame::Keyed);
+            frame.brace = out.size() - 1;
+            stack.push_back(std::move(frame));
+            break;
+        }
+        case QXmlStreamReader::EndElement: {
+            const StreamFrame &frame = stack.back();
+            if (frame.kind == StreamFrame::Value)
+                appendMember(out, frame.name, frame.code, value, relatePath, workSpace);
+            else
+                out += frame.isList ? u']' : u'}';
+            stack.pop_back();
+            break;
+        }
+        case QXmlStreamReader::Characters:
+            // Blank text (by character, references included) is no node of the tree either; a
+            // container's text is never written.
+            if (!stack.empty() && stack.back().kind == StreamFrame::Value &&
+                (reader.isCDATA() || !reader.text().trimmed().isEmpty()))
+                value += reader.text();
+            break;
+        case QXmlStreamReader::DTD:
+        case QXmlStreamReader::EntityReference:
+            return StreamResult::NeedsTree;
+        default:
+            break;
+        }
+    }
+    return reader.hasError() || !rootSeen ? StreamResult::Malformed : StreamResult::Done;
+}
+
+} // namespace
+
+void appendEscapedForJS(QString &out, QStringView text, char quote)
+{
+    const qsizetype n = text.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        const char16_t c = text[i].unicode();
+        switch (c) {
+        case u'\r':
+            if (i + 1 < n && text[i + 1] == u'\n')
+                ++i;
+            out += QLatin1String("<br/>");
+            break;
+        case u'\n':
+            out += QLatin1String("<br/>");
+            break;
+        case u'\\':
+            // A written unicode escape passes as it is (capital U lowered); any other
+            // backslash is doubled.
+            if (i + 1 < n && (text[i + 1] == u'u' || text[i + 1] == u'U')) {
+                out += QLatin1String("\\u");
+                ++i;
+            } else {
+                out += QLatin1String("\\\\");
+            }
+            break;
+        case u'\'':
+        case u'"':
+            if (quote == c)
+                out += u'\\';
+            out += QChar(c);
+            break;
+        case u'$':
+            // A literal marker reads as an escape too: the marker shields escapes above.
+            if (startsWithAt(text, i, kUnicodeMarker)) {
+                out += QLatin1String("\\u");
+                i += kUnicodeMarker.size() - 1;
+            } else {
+                out += QChar(c);
+            }
+            break;
+        case u'&':
+            if (startsWithAt(text, i, QLatin1String("&lt;"))) {
+                out += u'<';
+                i += 3;
+            } else if (startsWithAt(text, i, QLatin1String("&gt;"))) {
+                out += u'>';
+                i += 3;
+            } else if (startsWithAt(text, i, QLatin1String("&amp;"))) {
+                out += u'&';
+                i += 4;
+            } else {
+                out += QChar(c);
+            }
+            break;
+        default:
+            out += QChar(c);
+        }
+    }
+}
+
+void appendJson(QString &out, const QDomElement &element, const QString &relatePath,
+                const QString &workSpace)
+{
+    if (element.isNull())
+        return;
+    std::vector<Frame> stack;
+    if (const char16_t close = open(out, element, relatePath, workSpace))
+        stack.push_back({element, QDomElement(), close});
+    while (!stack.empty()) {
+        Frame &frame = stack.back();
+        const bool first = frame.child.isNull();
+        QDomElement next =
+            first ? frame.container.firstChildElement() : frame.child.nextSiblingElement();
+        if (next.isNull()) {
+            out += QChar(frame.close);
+            stack.pop_back();
+            continue;
+        }
+        if (!first)
+            out += u',';
+        frame.child = next;
+        if (const char16_t close = open(out, next, relatePath, workSpace))
+            stack.push_back({next, QDomElement(), close}); // frame is not used past this point
+    }
+}
+
+QString jsonFromXmlText(const QByteArray &xml, const QString &relatePath, const QString &workSpace)
+{
+    QString json;
+    // The JSON is a little shorter than the text: markup goes, keys and values stay.
+    json.reserve(xml.size());
+    switch (streamJson(json, xml, relatePath, workSpace)) {
+    case StreamResult::Done:
+        return json;
+    case StreamResult::Malformed:
+        return QString();
+    case StreamResult::NeedsTree:
+        break;
+    }
+    json.clear();
+    appendJson(json, parseDescriptionXml(xml).documentElement(), relatePath, workSpace);
+    return json;
+}
+
+} // namespace XmlJson
+
+QString PluginSettingsInfo::jsonFromXml(const QDomElement &element, const QString &relatePath) const
+{
+    QString json;
+    // Roughly the size of the source text: keys and values dominate both.
+    json.reserve(4096);
+    XmlJson::appendJson(json, element, relatePath, m_workSpace);
+    return json;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDomElement>
+#include <QString>
+
+// The settings object of the page, built from the description XML by plain string building:
+// no spaces, no line breaks, members in document order, keys never escaped.
+
+// The kind of a setting named by its "type" attribute, compared case-sensitively.
+enum PropertyType : int {
+    PropertyText = 0,
+    PropertyNumber = 1,
+    PropertyColor = 2,
+    PropertyBool = 3,
+    PropertyBorder = 4,
+    PropertyFile = 5,
+    PropertyNone = 6, // not a value: the element is a keyed object
+};
+
+int propertyTypeFromString(const QString &name);
+
+// Text made safe inside a script string enclosed by quote ('\'' or '"'; any other character
+// escapes no quote). Line breaks become "<br/>", a written "\u" escape survives the doubling of
+// backslashes (a "\U" comes back as "\u"), and "&lt;", "&gt;", "&amp;" are turned back into
+// characters, "&amp;" last.
+QString replaceStringForJS(const QString &text, char quote);
+
+namespace XmlJson {
+
+// Appends to out what replaceStringForJS(text, quote) answers, without temporaries.
+void appendEscapedForJS(QString &out, QStringView text, char quote);
+
+// Appends the JSON of element to out. Files named by "file" values are looked for as given and
+// under workSpace; one that exists is written under relatePath. Works without recursion, so
+// any depth of nesting is safe.
+void appendJson(QString &out, const QDomElement &element, const QString &relatePath,
+                const QString &workSpace);
+
+// The JSON of the root element of a description text: what appendJson gives for the parsed
+// document, read in one pass without building a tree. A null string when the text is not
+// well-formed XML (as for a document that does not parse).
+QString jsonFromXmlText(const QByteArray &xml, const QString &relatePath, const QString &workSpace);
+
+} // namespace XmlJson
