@@ -1,11 +1,25 @@
 #!/usr/bin/env bash
-# The main job: builds the bundle and runs it on its default resources.
+# The main job: builds the bundle and the demo host, then opens the image plugin's settings
+# window on the bundle's default resources, the way the publishing application does.
+#   scripts/run.sh [imghost options...]      e.g. scripts/run.sh --language de --modeless
+# Without a display ($DISPLAY unset) the host runs under Xvfb, saves a screenshot of the window
+# to build/settings-window.png, closes it with Cancel and prints the stop code.
+# IMG_WORKSPACE picks the workspace folder (default: build/demo-workspace).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 ./scripts/install-deps.sh
 cmake -S . -B build -G Ninja >/dev/null
 cmake --build build --parallel "$(nproc)"
+
 ws="${IMG_WORKSPACE:-$PWD/build/demo-workspace}"
-./build/src/tool/imgbundle workspace --bundle build/img.bundle --workspace "$ws"
-echo "Files in the workspace:"
-(cd "$ws" && find . -mindepth 1 | sort)
+host=(./build/src/host/imghost --bundle build/img.bundle --workspace "$ws" "$@")
+# The web engine refuses its sandbox to root.
+if [ "$(id -u)" -eq 0 ]; then
+  export QTWEBENGINE_DISABLE_SANDBOX=1
+fi
+echo "Workspace: $ws"
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  exec "${host[@]}"
+fi
+echo "No display: running the host under Xvfb and taking a screenshot of the window."
+exec xvfb-run -a -s "-screen 0 1600x1200x24" "${host[@]}" --screenshot "$PWD/build/settings-window.png"
