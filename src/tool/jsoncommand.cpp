@@ -1,0 +1,60 @@
+// imgbundle json: the JSON that the page reads, made from a description XML file.
+
+#include "commandoptions.h"
+
+#include "xmljson.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+
+namespace {
+
+using namespace ToolCommand;
+
+int run(const Command &self, const QStringList &args)
+{
+    int code = Success;
+    const auto options = CommandOptions::parse(
+        self, args, {QStringLiteral("--relate"), QStringLiteral("--workspace")}, &code);
+    if (!options)
+        return code;
+    if (options->positional.size() != 1)
+        return usageError(self, options->positional.isEmpty()
+                                    ? QStringLiteral("missing FILE.xml")
+                                    : QStringLiteral("expects one FILE.xml"));
+    const QString path = options->positional.first();
+    QFile file(path);
+    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+        return failure(QStringLiteral("cannot read %1").arg(path));
+    const QByteArray xml = file.readAll();
+
+    // Files named in the description are looked for beside it unless told otherwise.
+    const QString workspace = options->has(QStringLiteral("--workspace"))
+                                  ? options->value(QStringLiteral("--workspace"))
+                                  : QFileInfo(path).absolutePath();
+    const QString json =
+        XmlJson::jsonFromXmlText(xml, options->value(QStringLiteral("--relate")), workspace);
+    if (json.isNull())
+        return failure(QStringLiteral("%1 is not well-formed XML").arg(path));
+    const QByteArray bytes = json.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    return Success;
+}
+
+const Registration registration{
+    {QStringLiteral("json"), QStringLiteral("FILE.xml [--relate PATH] [--workspace DIR]"),
+     QStringLiteral("Print the JSON of a description XML file's root element."),
+     QStringLiteral(
+         "Prints, on one line, the JSON that the preview and the book read: members in document\n"
+         "order, no spaces; an \"info\" root is an anonymous object. The position file is not\n"
+         "applied (see imgbundle config).\n"
+         "\n"
+         "Options:\n"
+         "  --relate PATH    folder under which existing files of type \"file\" are written,\n"
+         "                   e.g. files/plugin as in the book; default: none\n"
+         "  --workspace DIR  where files of type \"file\" are looked for; default: the folder\n"
+         "                   holding FILE.xml"),
+     &run}};
+
+} // namespace

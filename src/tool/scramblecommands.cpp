@@ -1,0 +1,78 @@
+// imgbundle scramble | unscramble: the book script's scrambling as a filter from standard input
+// to standard output.
+
+#include "toolcommand.h"
+
+#include "scrambler.h"
+
+#include <QFile>
+#include <QStringDecoder>
+#include <cstdio>
+
+namespace {
+
+using namespace ToolCommand;
+
+bool readInput(QByteArray *bytes)
+{
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly))
+        return false;
+    *bytes = input.readAll();
+    return true;
+}
+
+void writeOutput(const QByteArray &bytes)
+{
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    std::fflush(stdout);
+}
+
+int runScramble(const Command &self, const QStringList &args)
+{
+    if (!args.isEmpty())
+        return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.first()));
+    QByteArray bytes;
+    if (!readInput(&bytes))
+        return failure(QStringLiteral("cannot read standard input"));
+    QStringDecoder decode(QStringDecoder::Utf8);
+    const QString text = decode(bytes);
+    if (decode.hasError())
+        return failure(QStringLiteral("standard input is not UTF-8 text"));
+    writeOutput(scrambleScriptString(text).toLatin1());
+    return Success;
+}
+
+int runUnscramble(const Command &self, const QStringList &args)
+{
+    if (!args.isEmpty())
+        return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.first()));
+    QByteArray bytes;
+    if (!readInput(&bytes))
+        return failure(QStringLiteral("cannot read standard input"));
+    // A line break after the text, as an editor or echo leaves it, is not part of it.
+    const std::optional<QString> text =
+        unscrambleScriptString(QString::fromLatin1(bytes.trimmed()));
+    if (!text)
+        return failure(QStringLiteral("standard input is not a scrambled script"));
+    writeOutput(text->toUtf8());
+    return Success;
+}
+
+const Registration scrambleRegistration{
+    {QStringLiteral("scramble"), QString(),
+     QStringLiteral("Scramble a script from standard input, as for bookPlugin.js."),
+     QStringLiteral("Reads UTF-8 text from standard input and writes its scrambled form (letters,\n"
+                    "an eight-digit random key and \"_\", no line break) to standard output.\n"
+                    "Every run uses a new key."),
+     &runScramble}};
+
+const Registration unscrambleRegistration{
+    {QStringLiteral("unscramble"), QString(),
+     QStringLiteral("Restore a scrambled script from standard input."),
+     QStringLiteral("Reads a scrambled script (such as bookPlugin.js) from standard input and\n"
+                    "writes the original text to standard output, byte for byte. Fails when the\n"
+                    "input is not of the scrambled form."),
+     &runUnscramble}};
+
+} // namespace
