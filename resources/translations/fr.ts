@@ -95,4 +95,27 @@
         <translation>Annuler</translation>
     </message>
 </context>
+<context>
+    <name>PrivateView</name>
+    <message>
+        <source>Link</source>
+        <translation>Lien</translation>
+    </message>
+    <message>
+        <source>http://</source>
+        <translation>http://</translation>
+    </message>
+    <message>
+        <source>Local file</source>
+        <translation>Fichier local</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>Parcourir...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Enregistrer</translation>
+    </message>
+</context>
 </TS>

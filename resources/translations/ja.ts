@@ -52,7 +52,7 @@
     </message>
     <message>
         <source>Appearance</source>
-        <translation>表示</translation>
+        <translation>外観</translation>
     </message>
     <message>
         <source>Transparency (%):</source>
@@ -93,6 +93,29 @@
     <message>
         <source>Cancel</source>
         <translation>キャンセル</translation>
+    </message>
+</context>
+<context>
+    <name>PrivateView</name>
+    <message>
+        <source>Link</source>
+        <translation>リンク</translation>
+    </message>
+    <message>
+        <source>http://</source>
+        <translation>http://</translation>
+    </message>
+    <message>
+        <source>Local file</source>
+        <translation>ローカルファイル</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>参照...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
     </message>
 </context>
 </TS>

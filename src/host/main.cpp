@@ -78,7 +78,14 @@ void scheduleScreenshot(QDialog *window, const QString &file, int delayMs)
 {
     QTimer::singleShot(delayMs, window, [window, file] {
         QTextStream out(stdout);
-        if (window->grab().save(file, "PNG"))
+        // The screen's picture includes what the web view's compositor drew; a platform without
+        // one (offscreen) falls back to the widgets' own rendering.
+        QPixmap picture;
+        if (QScreen *screen = window->screen())
+            picture = screen->grabWindow(window->winId());
+        if (picture.isNull())
+            picture = window->grab();
+        if (picture.save(file, "PNG"))
             out << "Screenshot of the settings window saved to " << QDir::toNativeSeparators(file) << Qt::endl;
         else
             out << "Could not save the screenshot to " << QDir::toNativeSeparators(file) << Qt::endl;

@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <memory>
+
 namespace {
 
 // Presents a PluginSettingsDelegate through the host's pure interface; the ui layer stays free of

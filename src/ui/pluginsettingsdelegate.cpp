@@ -133,6 +133,26 @@ PluginSettingsDelegate::~PluginSettingsDelegate()
     m_window.reset();
 }
 
+PositionView *PluginSettingsDelegate::positionView() const
+{
+    return _positionView;
+}
+
+void PluginSettingsDelegate::setPositionView(PositionView *view)
+{
+    _positionView = view;
+}
+
+PrivateView *PluginSettingsDelegate::privateView() const
+{
+    return m_privateView;
+}
+
+QWebEngineView *PluginSettingsDelegate::webView() const
+{
+    return iWebView;
+}
+
 void PluginSettingsDelegate::initialParaments()
 {
     m_initialRect = PositionRect();

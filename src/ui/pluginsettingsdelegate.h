@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QWebEngineView>
 
 #include <memory>
 
@@ -18,7 +19,6 @@ class QLineEdit;
 class QPushButton;
 class QSlider;
 class QTimer;
-class QWebEngineView;
 class QWidget;
 class SettingsDialog;
 
@@ -66,10 +66,10 @@ public:
     void setCloseMode(int mode) { _closeMode = mode; }
     QString backupSettingPath() const { return _backupSettingPath; }
     void setBackupSettingPath(const QString &path) { _backupSettingPath = path; }
-    PositionView *positionView() const { return _positionView; }
-    void setPositionView(PositionView *view) { _positionView = view; }
-    PrivateView *privateView() const { return m_privateView; }
-    QWebEngineView *webView() const { return iWebView; }
+    PositionView *positionView() const;
+    void setPositionView(PositionView *view);
+    PrivateView *privateView() const;
+    QWebEngineView *webView() const;
 
     // The position shown in the fields and on the canvas: the canvas's own record once the
     // settings have been loaded.
