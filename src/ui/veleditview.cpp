@@ -41,7 +41,7 @@ QImage drawResizeFigure(bool yUp)
     p.setRenderHint(QPainter::Antialiasing);
     if (yUp)
         p.setTransform(flipTransform(iconSize));
-    p.setPen(QPen(Qt::black, 1.5));
+    p.setPen(QPen(Qt::black, 1.5, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
     p.setBrush(Qt::black);
     p.drawPolygon(QPolygonF({{2, 3}, {6, 3}, {2, 7}}));
     p.drawPolygon(QPolygonF({{12, 13}, {8, 13}, {12, 9}}));
@@ -175,7 +175,7 @@ QImage VelEditView::drawDragIcon()
     QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
     p.setTransform(flipTransform(iconSize));
-    p.setPen(QPen(Qt::black, 1.0));
+    p.setPen(QPen(Qt::black, 1.0, Qt::SolidLine, Qt::FlatCap));
     p.drawLine(QPointF(4, 8), QPointF(12, 8));
     p.drawLine(QPointF(8, 4), QPointF(8, 12));
     p.setPen(Qt::NoPen);
@@ -214,7 +214,7 @@ void VelEditView::paintEvent(QPaintEvent *)
 
     const QRectF body(bodyInset, bodyInset, m_frame.width() - 2 * bodyInset,
                       m_frame.height() - 2 * bodyInset);
-    p.setPen(QPen(Qt::red, 1.0));
+    p.setPen(QPen(Qt::red, 1.0, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
     p.setBrush(bodyFillColor());
     p.drawRect(body);
 
