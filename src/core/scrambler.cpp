@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <utility>
 #include <vector>
@@ -14,8 +15,10 @@ namespace {
 constexpr int kKeyLength = 8;
 constexpr quint32 kStateSize = 256;
 
-// The keystream over a state of 256 bytes: every index stays a byte, no reductions needed.
-void cryptWith256(unsigned char *state, const unsigned char *in, unsigned char *out, qsizetype size)
+// The RC4 keystream over a state of 256 bytes, each output byte handed to sink(index, byte):
+// every index stays a byte, so no reductions are needed.
+template<typename Sink>
+inline void keystream256(unsigned char *state, const unsigned char *in, qsizetype size, Sink sink)
 {
     quint8 i = 0;
     quint8 j = 0;
@@ -23,9 +26,30 @@ void cryptWith256(unsigned char *state, const unsigned char *in, unsigned char *
         i = quint8(i + 1);
         j = quint8(j + state[i]);
         std::swap(state[i], state[j]);
-        out[x] = in[x] ^ state[quint8(state[i] + state[j])];
+        sink(x, quint8(in[x] ^ state[quint8(state[i] + state[j])]));
     }
 }
+
+void cryptWith256(unsigned char *state, const unsigned char *in, unsigned char *out,
+                  qsizetype size)
+{
+    keystream256(state, in, size, [out](qsizetype x, quint8 byte) { out[x] = byte; });
+}
+
+// The two letters of every byte in each third of the alphabet, as UTF-16 code units.
+struct LetterPairs
+{
+    char16_t units[3][256][2];
+    LetterPairs()
+    {
+        for (int third = 0; third < 3; ++third) {
+            for (int b = 0; b < 256; ++b) {
+                units[third][b][0] = char16_t(myBase64[16 * third + (b >> 4)]);
+                units[third][b][1] = char16_t(myBase64[16 * third + (b & 15)]);
+            }
+        }
+    }
+};
 
 // Any other state size, with the reductions of the general form.
 void cryptWithSize(unsigned char *state, quint32 n, const unsigned char *in, unsigned char *out,
@@ -123,20 +147,25 @@ QByteArray rc4CryptData(const QByteArray &data, const QString &key, quint32 n)
 
 QString scrambleScriptString(const QString &text)
 {
+    static const LetterPairs pairs;
     const QByteArray key = makeKey();
-    const QByteArray bytes = cryptBytes(text.toUtf8(), key, kStateSize);
+    const QByteArray bytes = text.toUtf8();
 
     QString result(bytes.size() * 2 + kKeyLength + 1, Qt::Uninitialized);
-    QChar *out = result.data();
+    char16_t *out = reinterpret_cast<char16_t *>(result.data());
+    unsigned char state[kStateSize];
+    RC4C_Init(state, reinterpret_cast<const unsigned char *>(key.constData()), kKeyLength,
+              kStateSize);
+    // Encrypting and encoding in one pass: the letters of byte p come from third p mod 3.
     int third = 0;
-    for (const char byte : bytes) {
-        const auto b = static_cast<unsigned char>(byte);
-        *out++ = QLatin1Char(myBase64[16 * third + (b >> 4)]);
-        *out++ = QLatin1Char(myBase64[16 * third + (b & 15)]);
-        third = third > 1 ? 0 : third + 1;
-    }
+    keystream256(state, reinterpret_cast<const unsigned char *>(bytes.constData()), bytes.size(),
+                 [&](qsizetype, quint8 byte) {
+                     std::memcpy(out, pairs.units[third][byte], sizeof pairs.units[third][byte]);
+                     out += 2;
+                     third = third == 2 ? 0 : third + 1;
+                 });
     for (const char c : key)
-        *out++ = QLatin1Char(c);
+        *out++ = char16_t(c);
     *out = u'_';
     return result;
 }

@@ -1,0 +1,128 @@
+'use strict';
+const test = require('node:test');
+const assert = require('node:assert/strict');
+const ImgPlugin = require('../imgplugin.js');
+const { FakeDocument, FakeElement } = require('./helpers.js');
+
+function settingsWith(overrides) {
+  return {
+    opacity: 0.75,
+    layout: 2,
+    properties: {
+      basic: { left: '10.0%', top: '20.0%', width: '60.0%', height: '65.0%' },
+      extended: { src: 'photo.png' },
+    },
+    ...overrides,
+  };
+}
+
+function page() {
+  const doc = new FakeDocument();
+  const element = new FakeElement('div');
+  element.ownerDocument = doc;
+  return { doc, element };
+}
+
+test('places the image by percent, opacity and layer', () => {
+  const { doc, element } = page();
+  const image = ImgPlugin.placeImage(element, settingsWith({}), { filesBase: '' });
+  assert.equal(doc.created.length, 1);
+  assert.equal(element.children[0], image);
+  assert.equal(image.tagName, 'IMG');
+  assert.deepEqual(image.style, {
+    position: 'absolute', left: '10.0%', top: '20.0%', width: '60.0%', height: '65.0%',
+    opacity: '0.75', zIndex: '2', display: '',
+  });
+  assert.equal(image.attributes.src, 'photo.png');
+  assert.equal(element.style.position, 'relative');
+});
+
+test('a second call updates the same image', () => {
+  const { doc, element } = page();
+  const first = ImgPlugin.placeImage(element, settingsWith({}));
+  const second = ImgPlugin.placeImage(element, settingsWith({ opacity: 0.5, layout: 4 }));
+  assert.equal(first, second);
+  assert.equal(doc.created.length, 1);
+  assert.equal(element.children.length, 1);
+  assert.equal(second.style.opacity, '0.5');
+  assert.equal(second.style.zIndex, '4');
+});
+
+test('a positioned page keeps its position', () => {
+  const { element } = page();
+  element.style.position = 'absolute';
+  ImgPlugin.placeImage(element, settingsWith({}));
+  assert.equal(element.style.position, 'absolute');
+});
+
+const sources = [
+  ['file name in the book folder', 'photo.png', 'files/plugin', 'files/plugin/photo.png'],
+  ['already in the book folder', 'files/plugin/photo.png', 'files/plugin', 'files/plugin/photo.png'],
+  ['trailing slash of the folder', 'photo.png', 'files/plugin/', 'files/plugin/photo.png'],
+  ['preview takes the name as it is', 'photo.png', '', 'photo.png'],
+  ['web link', 'https://example.com/a.png', 'files/plugin', 'https://example.com/a.png'],
+  ['data address', 'data:image/png;base64,AAAA', 'files/plugin', 'data:image/png;base64,AAAA'],
+  ['absolute path', '/pics/a.png', 'files/plugin', '/pics/a.png'],
+  ['name with blanks and accents', 'my phöto.png', 'files/plugin', 'files/plugin/my phöto.png'],
+];
+for (const [name, src, filesBase, expected] of sources) {
+  test(`image source: ${name}`, () => {
+    const { element } = page();
+    const settings = settingsWith({ properties: { basic: {}, extended: { src } } });
+    const image = ImgPlugin.placeImage(element, settings, { filesBase });
+    assert.equal(image.attributes.src, expected);
+    assert.equal(ImgPlugin.imageSource(src, filesBase), expected);
+  });
+}
+
+test('an empty source hides the image', () => {
+  const { element } = page();
+  const image = ImgPlugin.placeImage(element, settingsWith({ properties: { extended: { src: '' } } }),
+                                     { filesBase: 'files/plugin' });
+  assert.equal(image.style.display, 'none');
+  assert.equal(image.attributes.src, undefined);
+});
+
+test('opacity beyond the range is limited for CSS', () => {
+  assert.equal(ImgPlugin.frameOf({ opacity: 1.2 }).opacity, '1');
+  assert.equal(ImgPlugin.frameOf({ opacity: -0.5 }).opacity, '0');
+  assert.equal(ImgPlugin.frameOf({ opacity: '0.25' }).opacity, '0.25');
+});
+
+test('percent values in any readable form', () => {
+  const frame = ImgPlugin.frameOf({ properties: { basic: { left: 10, top: '5', width: ' 30.5 % ', height: '-20.0%' } } });
+  assert.deepEqual([frame.left, frame.top, frame.width, frame.height], ['10%', '5%', '30.5%', '-20.0%']);
+});
+
+test('unusable settings leave the style alone and never throw', () => {
+  const { element } = page();
+  const image = ImgPlugin.placeImage(element, {
+    opacity: 'x', layout: null, properties: { basic: { left: 'far', top: {}, width: [], height: true } },
+  });
+  assert.deepEqual(image.style, { position: 'absolute', display: 'none' });
+  for (const settings of [{}, null, 'text', [], { properties: [] }]) {
+    assert.doesNotThrow(() => ImgPlugin.placeImage(page().element, settings));
+  }
+});
+
+test('the document can be given in the options', () => {
+  const doc = new FakeDocument();
+  const element = new FakeElement('div');
+  ImgPlugin.placeImage(element, settingsWith({}), { document: doc });
+  assert.equal(doc.created.length, 1);
+});
+
+test('a missing page or document is a type error', () => {
+  assert.throws(() => ImgPlugin.placeImage(null, {}), TypeError);
+  assert.throws(() => ImgPlugin.placeImage(new FakeElement('div'), {}), TypeError);
+});
+
+test('in a page the script defines the global ImgPlugin', () => {
+  const fs = require('node:fs');
+  const vm = require('node:vm');
+  const context = vm.createContext({});
+  vm.runInContext(fs.readFileSync(require.resolve('../imgplugin.js'), 'utf8'), context);
+  assert.equal(typeof context.ImgPlugin.unscramble, 'function');
+  assert.equal(typeof context.ImgPlugin.readSettings, 'function');
+  assert.equal(typeof context.ImgPlugin.placeImage, 'function');
+});
