@@ -107,7 +107,7 @@
     </message>
     <message>
         <source>Local file</source>
-        <translation>ローカルファイル</translation>
+        <translation>ファイル</translation>
     </message>
     <message>
         <source>Browse...</source>
