@@ -38,6 +38,7 @@ private slots:
     void saveWithoutWorkspaceFolderWritesNothingButMarksThePreview();
     void loadWithoutWorkspaceCreatesNoCanvas();
     void timerTickConsumesTheChange();
+    void timerTicksInsideAModalRun();
     void destroyingAnOpenWindowIsSafe();
 
 private:
@@ -76,20 +77,36 @@ void TestPluginSettingsDelegate::bundleWithoutWindowDescriptionCreatesNothing()
 
 void TestPluginSettingsDelegate::languageWithoutItsOwnDescriptionUsesEnglish_data()
 {
-    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("language"); // "<unset>": no language code at all
+    QTest::addColumn<bool>("englishOnly"); // a bundle whose de.lproj lacks the description
     QTest::addColumn<QString>("folder");
-    QTest::newRow("German description present") << "de" << "de.lproj";
-    QTest::newRow("Swedish falls back to English") << "sv" << "en.lproj";
+    QTest::newRow("German description present") << "de" << false << "de.lproj";
+    QTest::newRow("German folder without the description uses English") << "de" << true << "en.lproj";
+    QTest::newRow("Swedish falls back to English") << "sv" << false << "en.lproj";
+    QTest::newRow("no language code tries English first") << "<unset>" << false << "en.lproj";
 }
 
 void TestPluginSettingsDelegate::languageWithoutItsOwnDescriptionUsesEnglish()
 {
     QFETCH(QString, language);
+    QFETCH(bool, englishOnly);
     QFETCH(QString, folder);
-    auto delegate = PluginSettingsDelegate::create(language, bundle());
+    QString bundlePath = bundle();
+    if (englishOnly) {
+        bundlePath = m_tmp.filePath("english-only.bundle");
+        QDir().mkpath(bundlePath + "/Contents/Resources/de.lproj");
+        QDir().mkpath(bundlePath + "/Contents/Resources/en.lproj");
+        QFile::copy(bundle() + "/Contents/Resources/en.lproj/PluginSettingsDelegate.ui",
+                    bundlePath + "/Contents/Resources/en.lproj/PluginSettingsDelegate.ui");
+    }
+    if (language == "<unset>") {
+        setDefaultLanguageCode(QString());
+        language = QString();
+    }
+    auto delegate = PluginSettingsDelegate::create(language, bundlePath);
     QVERIFY(delegate);
     QCOMPARE(delegate->windowDescriptionPath(),
-             bundle() + "/Contents/Resources/" + folder + "/PluginSettingsDelegate.ui");
+             bundlePath + "/Contents/Resources/" + folder + "/PluginSettingsDelegate.ui");
     setDefaultLanguageCode(QStringLiteral("en"));
 }
 
@@ -200,6 +217,29 @@ void TestPluginSettingsDelegate::timerTickConsumesTheChange()
     delegate->setChanged(true);
     QTest::qWait(700); // the timer stopped with the window
     QCOMPARE(delegate->isChanged(), true);
+}
+
+void TestPluginSettingsDelegate::timerTicksInsideAModalRun()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setModalMode(true);
+    delegate->setWorkSpace(m_tmp.filePath("modal"));
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    bool consumedInside = false;
+    QTimer probe;
+    probe.setInterval(50);
+    connect(&probe, &QTimer::timeout, window, [&] {
+        if (!delegate->isChanged()) {
+            consumedInside = true;
+            delegate->onCancel();
+        }
+    });
+    probe.start();
+    QTimer::singleShot(5000, window, [&] { delegate->onCancel(); }); // never hang the suite
+    QCOMPARE(window->exec(), 0);
+    QVERIFY(consumedInside);
 }
 
 void TestPluginSettingsDelegate::destroyingAnOpenWindowIsSafe()
