@@ -17,6 +17,8 @@ host=(./build/src/host/imghost --bundle build/img.bundle --workspace "$ws" "$@")
 if [ "$(id -u)" -eq 0 ]; then
   export QTWEBENGINE_DISABLE_SANDBOX=1
 fi
+# The web engine's start-up report is noise here.
+export QT_LOGGING_RULES="${QT_LOGGING_RULES:-qt.webenginecontext.info=false}"
 echo "Workspace: $ws"
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec "${host[@]}"

@@ -30,7 +30,7 @@ struct Options
     int screenshotDelay = 2500;
 };
 
-Options parseOptions(const QApplication &app)
+Options parseOptions(const QCoreApplication &app)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -109,6 +109,16 @@ int main(int argc, char *argv[])
 {
     // The web engine inside the plugin shares OpenGL contexts with the host's widgets; the
     // attribute must be set before the application object exists.
+    // Help needs no display: answer it before the widget application exists.
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "-h" || arg == "--help" || arg == "--help-all" || arg == "-?") {
+            QCoreApplication core(argc, argv);
+            QCoreApplication::setApplicationName(QStringLiteral("imghost"));
+            parseOptions(core);
+            return 0;
+        }
+    }
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("imghost"));
