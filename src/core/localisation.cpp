@@ -56,7 +56,7 @@ std::unique_ptr<QTranslator> loadTable(const QString &qmPath)
 std::unique_ptr<QTranslator> loadStoredLanguageTable(const QString &resourceDir)
 {
     const QString lang = state().languageCode;
-    if (lang.isNull())
+    if (lang.isEmpty())
         return loadTable(resourceDir + QLatin1Char('/') + TableFile);
     return loadTable(resourceDir + QLatin1Char('/') + lang + QLatin1String(".lproj/") + TableFile);
 }

@@ -1,6 +1,5 @@
 #include "numbertext.h"
 
-#include <QByteArray>
 #include <QLocale>
 #include <limits>
 
@@ -72,18 +71,19 @@ double doubleValue(QStringView text)
     const QStringView prefix = numericPrefix(text);
     if (prefix.isEmpty())
         return 0.0;
-    bool ok = false;
-    const double value = QLocale::c().toDouble(prefix, &ok);
-    if (ok)
-        return value;
-    // Out of range: the sign of the text decides which infinity, or zero for a tiny value.
-    const QByteArray latin = prefix.toLatin1();
-    return std::strtod(latin.constData(), nullptr);
+    // Out of range the conversion still answers the right infinity, or zero for a tiny value.
+    return QLocale::c().toDouble(prefix);
 }
 
 float floatValue(QStringView text)
 {
-    return float(doubleValue(text));
+    // Converting a double beyond the float range is undefined; such a number reads as infinite.
+    const double value = doubleValue(text);
+    if (value > double(std::numeric_limits<float>::max()))
+        return std::numeric_limits<float>::infinity();
+    if (value < -double(std::numeric_limits<float>::max()))
+        return -std::numeric_limits<float>::infinity();
+    return float(value);
 }
 
 int intValue(QStringView text)

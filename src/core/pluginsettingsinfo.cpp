@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QStandardPaths>
 #include <QStringDecoder>
@@ -21,6 +22,22 @@ const QLatin1String SourceFolders[] = {QLatin1String("html"), QLatin1String("dat
 QString join(const QString &folder, const QString &rel)
 {
     return folder + QLatin1Char('/') + rel;
+}
+
+QString resolved(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString canonical = info.canonicalFilePath();
+    return canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical;
+}
+
+// True when inner is folder itself or lies somewhere below it.
+bool contains(const QString &folder, const QString &inner)
+{
+    const QString outer = resolved(folder);
+    const QString target = resolved(inner);
+    return target == outer ||
+           target.startsWith(outer.endsWith(QLatin1Char('/')) ? outer : outer + QLatin1Char('/'));
 }
 
 } // namespace
@@ -65,6 +82,9 @@ bool PluginSettingsInfo::resetWorkspace()
 {
     ensureIdentifier();
     if (m_workSpace.isEmpty())
+        return true;
+    // A mistaken workspace path must not wipe the user's home or the whole disk.
+    if (contains(m_workSpace, QDir::homePath()) || resolved(m_workSpace) == QDir::rootPath())
         return true;
     if (FileOps::exists(m_workSpace))
         FileOps::removeItem(m_workSpace);
@@ -131,6 +151,9 @@ QDomElement PluginSettingsInfo::getXMLFromWorkspace()
 bool PluginSettingsInfo::convertPluginToPath(const QString &path)
 {
     if (!FileOps::exists(m_workSpace))
+        return false;
+    // Replacing the target must never delete the workspace that is about to be copied into it.
+    if (path.isEmpty() || contains(path, m_workSpace))
         return false;
     if (FileOps::exists(path))
         FileOps::removeItem(path);

@@ -11,6 +11,9 @@ namespace PositionFile {
 namespace {
 
 constexpr int LineCount = 6;
+// Six lines of numbers are a few dozen bytes; a head this long without six line breaks is not a
+// position file (or a device that never ends) and reads as short.
+constexpr qsizetype MaxHeadSize = 16 * 1024 * 1024;
 
 // The first six lines and nothing after them: the rest is ignored anyway, so a huge file costs
 // no more than its head and bytes after the sixth line cannot make the file unreadable.
@@ -18,7 +21,7 @@ QByteArray readHead(QFile &file)
 {
     QByteArray data;
     qsizetype breaks = 0;
-    while (breaks < LineCount) {
+    while (breaks < LineCount && data.size() < MaxHeadSize) {
         const QByteArray chunk = file.read(64 * 1024);
         if (chunk.isEmpty())
             break;
