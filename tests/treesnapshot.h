@@ -26,7 +26,8 @@ inline Tree take(const QString &root)
             tree.insert(rel, QByteArrayLiteral("<dir>"));
         } else {
             QFile file(path);
-            tree.insert(rel, file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("<unreadable>"));
+            tree.insert(rel, file.open(QIODevice::ReadOnly) ? file.readAll()
+                                                            : QByteArrayLiteral("<unreadable>"));
         }
     }
     return tree;

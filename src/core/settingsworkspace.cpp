@@ -21,7 +21,8 @@ QString settingsFileToLoad(const QString &workSpace)
 
 QString bundlePreviewPage(const QString &bundlePath)
 {
-    return QDir(BundlePaths::resourceDirFor(bundlePath)).filePath(QStringLiteral("html/index.html"));
+    return QDir(BundlePaths::resourceDirFor(bundlePath))
+        .filePath(QStringLiteral("html/index.html"));
 }
 
 void refreshPreviewPage(const QString &workSpace, const QString &bundlePath)

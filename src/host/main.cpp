@@ -37,26 +37,30 @@ Options parseOptions(const QCoreApplication &app)
         QStringLiteral("Opens the settings window of the image plugin bundle, as the publishing "
                        "application does, and prints how it was closed."));
     parser.addHelpOption();
-    const QCommandLineOption language({QStringLiteral("l"), QStringLiteral("language")},
-                                      QStringLiteral("Language of the window: en, de, fr, ja or zh_CN."),
-                                      QStringLiteral("code"), QStringLiteral("en"));
-    const QCommandLineOption bundle({QStringLiteral("b"), QStringLiteral("bundle")},
-                                    QStringLiteral("The plugin bundle (default: %1).")
-                                        .arg(QDir::toNativeSeparators(PluginHost::defaultBundlePath())),
-                                    QStringLiteral("dir"), PluginHost::defaultBundlePath());
+    const QCommandLineOption language(
+        {QStringLiteral("l"), QStringLiteral("language")},
+        QStringLiteral("Language of the window: en, de, fr, ja or zh_CN."), QStringLiteral("code"),
+        QStringLiteral("en"));
+    const QCommandLineOption bundle(
+        {QStringLiteral("b"), QStringLiteral("bundle")},
+        QStringLiteral("The plugin bundle (default: %1).")
+            .arg(QDir::toNativeSeparators(PluginHost::defaultBundlePath())),
+        QStringLiteral("dir"), PluginHost::defaultBundlePath());
     const QCommandLineOption workspace({QStringLiteral("w"), QStringLiteral("workspace")},
                                        QStringLiteral("The plugin's workspace folder (default: the "
                                                       "per-user plugin save folder)."),
                                        QStringLiteral("dir"));
     const QCommandLineOption modeless(QStringLiteral("modeless"),
                                       QStringLiteral("Show the window without a modal run."));
-    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Save a picture of the window to this PNG "
-                                                       "file once it is shown, then close it with Cancel."),
-                                        QStringLiteral("file"));
-    const QCommandLineOption delay(QStringLiteral("screenshot-delay"),
-                                   QStringLiteral("Milliseconds to wait before the picture (default 2500)."),
-                                   QStringLiteral("ms"), QStringLiteral("2500"));
+    const QCommandLineOption screenshot(
+        QStringLiteral("screenshot"),
+        QStringLiteral("Save a picture of the window to this PNG "
+                       "file once it is shown, then close it with Cancel."),
+        QStringLiteral("file"));
+    const QCommandLineOption delay(
+        QStringLiteral("screenshot-delay"),
+        QStringLiteral("Milliseconds to wait before the picture (default 2500)."),
+        QStringLiteral("ms"), QStringLiteral("2500"));
     parser.addOptions({language, bundle, workspace, modeless, screenshot, delay});
     parser.process(app);
 
@@ -86,9 +90,11 @@ void scheduleScreenshot(QDialog *window, const QString &file, int delayMs)
         if (picture.isNull())
             picture = window->grab();
         if (picture.save(file, "PNG"))
-            out << "Screenshot of the settings window saved to " << QDir::toNativeSeparators(file) << Qt::endl;
+            out << "Screenshot of the settings window saved to " << QDir::toNativeSeparators(file)
+                << Qt::endl;
         else
-            out << "Could not save the screenshot to " << QDir::toNativeSeparators(file) << Qt::endl;
+            out << "Could not save the screenshot to " << QDir::toNativeSeparators(file)
+                << Qt::endl;
         if (auto *cancel = window->findChild<QAbstractButton *>(QStringLiteral("btnCancel")))
             cancel->click();
         else
@@ -132,7 +138,8 @@ int main(int argc, char *argv[])
     std::unique_ptr<ImgSettingsController> settings(
         host.factory()->createSettingsDelegate(options.language, options.bundle));
     if (!settings) {
-        std::fprintf(stderr, "imghost: the bundle %s has no settings window\n", qPrintable(options.bundle));
+        std::fprintf(stderr, "imghost: the bundle %s has no settings window\n",
+                     qPrintable(options.bundle));
         return 2;
     }
     settings->setModalMode(options.modal);

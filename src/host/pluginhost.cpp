@@ -38,8 +38,8 @@ bool PluginHost::load(const QString &bundlePath)
             continue;
         m_loader.setFileName(path);
         // The metadata is read without loading the library, so foreign libraries stay unloaded.
-        if (m_loader.metaData().value(QStringLiteral("IID")).toString()
-            != QLatin1String(ImgPluginFactory_iid))
+        if (m_loader.metaData().value(QStringLiteral("IID")).toString() !=
+            QLatin1String(ImgPluginFactory_iid))
             continue;
         m_factory = qobject_cast<ImgPluginFactory *>(m_loader.instance());
         if (m_factory) {

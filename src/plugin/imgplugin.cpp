@@ -13,7 +13,9 @@ namespace {
 class SettingsController final : public ImgSettingsController
 {
 public:
-    explicit SettingsController(PluginSettingsDelegate *delegate) : m_delegate(delegate) {}
+    explicit SettingsController(PluginSettingsDelegate *delegate)
+        : m_delegate(delegate)
+    {}
 
     void setModalMode(bool modal) override { m_delegate->setModalMode(modal); }
     void setWorkSpace(const QString &path) override { m_delegate->setWorkSpace(path); }
@@ -33,7 +35,8 @@ private:
 ImgSettingsController *ImgPlugin::createSettingsDelegate(const QString &languageCode,
                                                          const QString &bundlePath)
 {
-    std::unique_ptr<PluginSettingsDelegate> delegate = PluginSettingsDelegate::create(languageCode, bundlePath);
+    std::unique_ptr<PluginSettingsDelegate> delegate =
+        PluginSettingsDelegate::create(languageCode, bundlePath);
     if (!delegate)
         return nullptr;
     return new SettingsController(delegate.release());

@@ -180,7 +180,8 @@ bool PluginSettingsDelegate::awakeFromNib()
     std::unique_ptr<QWidget> top(loader.load(&description));
     auto *dialog = qobject_cast<SettingsDialog *>(top.get());
     if (!dialog) {
-        qCWarning(lcSettingsWindow) << "no dialog in" << m_windowDescriptionPath << loader.errorString();
+        qCWarning(lcSettingsWindow)
+            << "no dialog in" << m_windowDescriptionPath << loader.errorString();
         return false;
     }
     top.release();
@@ -193,7 +194,8 @@ bool PluginSettingsDelegate::awakeFromNib()
     findOutlets();
     const QString title = loadAppString(QStringLiteral("Plugin Settings - %@"),
                                         QStringLiteral("Plugin Settings - %@"));
-    dialog->setWindowTitle(QString(title).replace(QLatin1String("%@"), QLatin1String("Image Plugin")));
+    dialog->setWindowTitle(
+        QString(title).replace(QLatin1String("%@"), QLatin1String("Image Plugin")));
     wireOutlets();
     loadPrivateView();
     loadSettings();
@@ -206,8 +208,9 @@ bool PluginSettingsDelegate::awakeFromNib()
 
     isChange = true;
     saveInitialSettings();
-    if (!_workSpace.isEmpty() && QFileInfo::exists(QDir(_workSpace).filePath(QStringLiteral("settings.dat")))
-        && m_privateView)
+    if (!_workSpace.isEmpty() &&
+        QFileInfo::exists(QDir(_workSpace).filePath(QStringLiteral("settings.dat"))) &&
+        m_privateView)
         m_privateView->onSave(nullptr);
     return true;
 }
@@ -247,7 +250,8 @@ void PluginSettingsDelegate::wireOutlets()
     for (QLineEdit *field : {txtLeft.data(), txtTop.data(), txtRight.data(), txtBottom.data(),
                              txtTransparency.data()}) {
         if (field)
-            connect(field, &QLineEdit::textEdited, this, [this, field] { controlTextDidChange(field); });
+            connect(field, &QLineEdit::textEdited, this,
+                    [this, field] { controlTextDidChange(field); });
     }
     if (sldTrans)
         connect(sldTrans, &QSlider::valueChanged, this, &PluginSettingsDelegate::onTransparency);
@@ -385,7 +389,8 @@ void PluginSettingsDelegate::onOK()
         info.generateJSConfig(QStringLiteral("files/plugin"));
         SettingsWorkspace::writeFilesList(_workSpace, located);
         // The published book needs nothing else: the preview files go too.
-        SettingsWorkspace::cleanToKeepList(_workSpace, SettingsWorkspace::keepList(located, kIdentifier));
+        SettingsWorkspace::cleanToKeepList(_workSpace,
+                                           SettingsWorkspace::keepList(located, kIdentifier));
     }
     isOKCancelButton = true;
     _closeMode = Apply;
@@ -401,7 +406,8 @@ void PluginSettingsDelegate::onCancel()
 
 void PluginSettingsDelegate::onDefaultSetting()
 {
-    QString path = QDir(_bundlePath).filePath(QStringLiteral("Contents/Resources/data/defaultsettings.dat"));
+    QString path =
+        QDir(_bundlePath).filePath(QStringLiteral("Contents/Resources/data/defaultsettings.dat"));
     if (!QFileInfo::exists(path) && !_workSpace.isEmpty())
         path = QDir(_workSpace).filePath(QStringLiteral("defaultsettings.dat"));
     if (!QFileInfo::exists(path)) {
@@ -432,9 +438,10 @@ void PluginSettingsDelegate::windowWillClose()
     }
     if (!isOKCancelButton) {
         const QString question = QStringLiteral("Do you want to apply the settings?");
-        _closeMode = LogAlert::AlertOKCancelWithMessage(loadAppString(question, question), QString())
-            ? Apply
-            : Discard;
+        _closeMode =
+            LogAlert::AlertOKCancelWithMessage(loadAppString(question, question), QString())
+                ? Apply
+                : Discard;
     }
     // Closing by the close box and answering OK keeps the live state as it is: no book script,
     // no file list, no clean-up. Only the OK button prepares the workspace for the book.
@@ -557,5 +564,6 @@ void PluginSettingsDelegate::refreshPreview()
 {
     // The one place where the preview is rebuilt.
     if (iWebView && !_workSpace.isEmpty())
-        iWebView->setUrl(QUrl::fromLocalFile(QDir(_workSpace).filePath(QStringLiteral("index.html"))));
+        iWebView->setUrl(
+            QUrl::fromLocalFile(QDir(_workSpace).filePath(QStringLiteral("index.html"))));
 }

@@ -31,11 +31,14 @@ void TestSettingsWorkspace::settingsFileToLoad_data()
 {
     QTest::addColumn<QStringList>("files");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("top-level settings.dat") << QStringList{"settings.dat", "defaultsettings.dat"} << "settings.dat";
+    QTest::newRow("top-level settings.dat")
+        << QStringList{"settings.dat", "defaultsettings.dat"} << "settings.dat";
     QTest::newRow("only in a sub-folder: the defaults")
         << QStringList{"sub/settings.dat", "defaultsettings.dat"} << "defaultsettings.dat";
-    QTest::newRow("neither: the defaults path all the same") << QStringList{} << "defaultsettings.dat";
-    QTest::newRow("other case is another name") << QStringList{"Settings.dat"} << "defaultsettings.dat";
+    QTest::newRow("neither: the defaults path all the same")
+        << QStringList{} << "defaultsettings.dat";
+    QTest::newRow("other case is another name")
+        << QStringList{"Settings.dat"} << "defaultsettings.dat";
 }
 
 void TestSettingsWorkspace::settingsFileToLoad()
@@ -51,19 +54,20 @@ void TestSettingsWorkspace::settingsFileToLoad()
 
 void TestSettingsWorkspace::previewPageFollowsTheBundle_data()
 {
-    QTest::addColumn<QByteArray>("bundlePage"); // "<none>": the bundle has no page
+    QTest::addColumn<QByteArray>("bundlePage");    // "<none>": the bundle has no page
     QTest::addColumn<QByteArray>("workspacePage"); // "<none>": the workspace has no page
-    QTest::addColumn<QByteArray>("expected"); // "<none>": still no page
-    QTest::newRow("missing page is copied") << QByteArray("<p>bundle</p>") << QByteArray("<none>")
-                                            << QByteArray("<p>bundle</p>");
+    QTest::addColumn<QByteArray>("expected");      // "<none>": still no page
+    QTest::newRow("missing page is copied")
+        << QByteArray("<p>bundle</p>") << QByteArray("<none>") << QByteArray("<p>bundle</p>");
     QTest::newRow("local edits are overwritten")
-        << QByteArray("<p>bundle</p>") << QByteArray("<p>edited</p>") << QByteArray("<p>bundle</p>");
-    QTest::newRow("equal page stays") << QByteArray("<p>same</p>") << QByteArray("<p>same</p>")
-                                      << QByteArray("<p>same</p>");
+        << QByteArray("<p>bundle</p>") << QByteArray("<p>edited</p>")
+        << QByteArray("<p>bundle</p>");
+    QTest::newRow("equal page stays")
+        << QByteArray("<p>same</p>") << QByteArray("<p>same</p>") << QByteArray("<p>same</p>");
     QTest::newRow("unreadable bundle page writes nothing")
         << QByteArray("<none>") << QByteArray("<p>edited</p>") << QByteArray("<p>edited</p>");
-    QTest::newRow("no page anywhere stays so") << QByteArray("<none>") << QByteArray("<none>")
-                                               << QByteArray("<none>");
+    QTest::newRow("no page anywhere stays so")
+        << QByteArray("<none>") << QByteArray("<none>") << QByteArray("<none>");
 }
 
 void TestSettingsWorkspace::previewPageFollowsTheBundle()
@@ -90,9 +94,11 @@ void TestSettingsWorkspace::previewPageFollowsTheBundle()
 void TestSettingsWorkspace::keepListHasTheLocatedFilesThenTheBookFiles()
 {
     QCOMPARE(SettingsWorkspace::keepList({"pic.png"}, "img"),
-             (QStringList{"pic.png", "files", "bookPlugin.js", "defaultsettings.dat", "settings.dat", "img.xml"}));
-    QCOMPARE(SettingsWorkspace::keepList({}, "img"),
-             (QStringList{"files", "bookPlugin.js", "defaultsettings.dat", "settings.dat", "img.xml"}));
+             (QStringList{"pic.png", "files", "bookPlugin.js", "defaultsettings.dat",
+                          "settings.dat", "img.xml"}));
+    QCOMPARE(
+        SettingsWorkspace::keepList({}, "img"),
+        (QStringList{"files", "bookPlugin.js", "defaultsettings.dat", "settings.dat", "img.xml"}));
 }
 
 void TestSettingsWorkspace::filesListIsOneNamePerLine_data()
@@ -122,7 +128,8 @@ void TestSettingsWorkspace::cleanKeepsExactlyTheKeepList_data()
 {
     QTest::addColumn<QStringList>("entries");
     QTest::addColumn<QStringList>("kept");
-    const QStringList book{"files", "bookPlugin.js", "defaultsettings.dat", "settings.dat", "img.xml"};
+    const QStringList book{"files", "bookPlugin.js", "defaultsettings.dat", "settings.dat",
+                           "img.xml"};
     QTest::newRow("preview files go") << (book + QStringList{"index.html", "config.js", "pic.png"})
                                       << (book + QStringList{"pic.png"});
     QTest::newRow("sub-folders go with their contents")
@@ -143,7 +150,8 @@ void TestSettingsWorkspace::cleanKeepsExactlyTheKeepList()
     for (const QString &e : entries)
         writeFile(ws + "/" + e, e.toUtf8());
     SettingsWorkspace::cleanToKeepList(ws, SettingsWorkspace::keepList({"pic.png"}, "img"));
-    QStringList left = QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    QStringList left =
+        QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     kept.sort();
     QCOMPARE(left, kept);
     for (const QString &k : kept)

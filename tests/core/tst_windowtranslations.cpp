@@ -34,7 +34,8 @@ QMap<QString, QMap<QString, QString>> readTable(const QString &path)
         const QDomNodeList messages = context.elementsByTagName("message");
         for (int j = 0; j < messages.size(); ++j) {
             const QDomElement m = messages.at(j).toElement();
-            table[name][m.firstChildElement("source").text()] = m.firstChildElement("translation").text();
+            table[name][m.firstChildElement("source").text()] =
+                m.firstChildElement("translation").text();
         }
     }
     return table;
@@ -72,7 +73,8 @@ void TestWindowTranslations::everyTextIsTranslated_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("description");
     for (const QString &lang : kLanguages) {
-        for (const QString &ui : {QStringLiteral("PluginSettingsDelegate.ui"), QStringLiteral("PrivateView.ui")})
+        for (const QString &ui :
+             {QStringLiteral("PluginSettingsDelegate.ui"), QStringLiteral("PrivateView.ui")})
             QTest::newRow(qPrintable(lang + " " + ui)) << lang << ui;
     }
 }
@@ -84,7 +86,8 @@ void TestWindowTranslations::everyTextIsTranslated()
     const QDomDocument english = readXml(kResources + "/en.lproj/" + description);
     const QDomDocument localised = readXml(kResources + "/" + language + ".lproj/" + description);
     QVERIFY(!english.isNull());
-    QVERIFY2(!localised.isNull(), qPrintable(language + ".lproj/" + description + " is missing or broken"));
+    QVERIFY2(!localised.isNull(),
+             qPrintable(language + ".lproj/" + description + " is missing or broken"));
     const QString context = english.documentElement().firstChildElement("class").text();
     const auto table = readTable(kResources + "/translations/" + language + ".ts").value(context);
     const auto englishTable = readTable(kResources + "/translations/en.ts").value(context);
@@ -94,8 +97,10 @@ void TestWindowTranslations::everyTextIsTranslated()
     QVERIFY(!sources.isEmpty());
     QCOMPARE(shown.size(), sources.size());
     for (int i = 0; i < sources.size(); ++i) {
-        QVERIFY2(table.contains(sources[i]), qPrintable(language + ": no translation of " + sources[i]));
-        QVERIFY2(!table.value(sources[i]).isEmpty(), qPrintable(language + ": empty translation of " + sources[i]));
+        QVERIFY2(table.contains(sources[i]),
+                 qPrintable(language + ": no translation of " + sources[i]));
+        QVERIFY2(!table.value(sources[i]).isEmpty(),
+                 qPrintable(language + ": empty translation of " + sources[i]));
         QVERIFY2(englishTable.contains(sources[i]), qPrintable("en.ts lacks " + sources[i]));
         QCOMPARE(shown[i], table.value(sources[i]));
     }
@@ -112,10 +117,12 @@ void TestWindowTranslations::stringsTableIsComplete()
 {
     QFETCH(QString, language);
     const auto english = readTable(kResources + "/translations/en.ts").value("PluginLocale");
-    const auto table = readTable(kResources + "/translations/" + language + ".ts").value("PluginLocale");
+    const auto table =
+        readTable(kResources + "/translations/" + language + ".ts").value("PluginLocale");
     QVERIFY(!english.isEmpty());
     for (auto it = english.cbegin(); it != english.cend(); ++it) {
-        QVERIFY2(!table.value(it.key()).isEmpty(), qPrintable(language + ": no text for " + it.key()));
+        QVERIFY2(!table.value(it.key()).isEmpty(),
+                 qPrintable(language + ": no text for " + it.key()));
         // A translation equal to its key would read as "no translation" at run time.
         QVERIFY2(table.value(it.key()) != it.key() || language == "en", qPrintable(it.key()));
     }

@@ -45,12 +45,14 @@ void TestImgHost::screenshotRunPrintsTheStopCode()
     QTemporaryDir tmp;
     const QString shot = tmp.filePath("window.png");
     const QString ws = tmp.filePath("ws");
-    QProcess *host = run(options + QStringList{"--workspace", ws, "--screenshot", shot,
-                                               "--screenshot-delay", "300"}, this);
+    QProcess *host = run(
+        options + QStringList{"--workspace", ws, "--screenshot", shot, "--screenshot-delay", "300"},
+        this);
     QVERIFY(host->waitForFinished(120000));
     const QByteArray out = host->readAllStandardOutput();
     QVERIFY2(host->exitCode() == 0, host->readAllStandardError().constData());
-    QVERIFY2(out.contains("Screenshot of the settings window saved to " + shot.toUtf8()), out.constData());
+    QVERIFY2(out.contains("Screenshot of the settings window saved to " + shot.toUtf8()),
+             out.constData());
     QVERIFY2(out.contains("stop code: 0\n"), out.constData());
     QVERIFY2(out.contains("closeMode: 0\nisCloseBundle: true\n"), out.constData());
     const QImage image(shot);

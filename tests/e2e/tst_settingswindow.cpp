@@ -24,8 +24,8 @@
 #include <memory>
 
 using TreeSnapshot::readFile;
-using TreeSnapshot::writeFile;
 using TreeSnapshot::Tree;
+using TreeSnapshot::writeFile;
 
 namespace {
 
@@ -42,8 +42,7 @@ struct Session
     std::unique_ptr<ImgSettingsController> controller;
     QDialog *window = nullptr;
 
-    template<typename T>
-    T *find(const char *name) const
+    template<typename T> T *find(const char *name) const
     {
         return window ? window->findChild<T *>(QLatin1String(name)) : nullptr;
     }
@@ -110,7 +109,8 @@ private slots:
     void damagedSettingsFileLoadsAsZeros();
 
 private:
-    Session open(const QString &ws, const QString &bundle = bundleDir(), const QString &language = "en");
+    Session open(const QString &ws, const QString &bundle = bundleDir(),
+                 const QString &language = "en");
     // A workspace as a previous session left it: filled from the bundle, one edit saved live.
     void prepareWorkspace(const QString &ws);
     void closeByCloseBox(Session &s, const QString &answer, QString *alertText = nullptr);
@@ -212,8 +212,10 @@ void TestSettingsWindow::okLeavesTheKeepListAndTheBookScript()
     QCOMPARE(closed.at(0).at(0).toInt(), 1);
     QVERIFY(!s.window->isVisible());
 
-    const QStringList left = QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    QCOMPARE(left, (QStringList{"bookPlugin.js", "defaultsettings.dat", "files", "img.xml", "pic.png", "settings.dat"}));
+    const QStringList left =
+        QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    QCOMPARE(left, (QStringList{"bookPlugin.js", "defaultsettings.dat", "files", "img.xml",
+                                "pic.png", "settings.dat"}));
     QCOMPARE(readFile(ws + "/files"), QByteArray("pic.png"));
     QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("15.0\n26.0\n60.0\n26.0\n0.0\n1"));
     QCOMPARE(readFile(ws + "/pic.png"), QByteArray("\x89PNG\r\n\x1a\n", 8));
@@ -238,8 +240,10 @@ void TestSettingsWindow::okWithoutLocatedFilesWritesAnEmptyFilesList()
     QCOMPARE(s.controller->closeMode(), 1);
     QVERIFY(QFileInfo(ws + "/files").isFile());
     QCOMPARE(readFile(ws + "/files"), QByteArray());
-    const QStringList left = QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    QCOMPARE(left, (QStringList{"bookPlugin.js", "defaultsettings.dat", "files", "img.xml", "settings.dat"}));
+    const QStringList left =
+        QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    QCOMPARE(left, (QStringList{"bookPlugin.js", "defaultsettings.dat", "files", "img.xml",
+                                "settings.dat"}));
 }
 
 void TestSettingsWindow::cancelGivesBackTheOpeningTree()
@@ -343,15 +347,30 @@ void TestSettingsWindow::typingIntoAField_data()
     QTest::addColumn<QString>("shown");
     QTest::addColumn<int>("line");
     QTest::addColumn<QByteArray>("saved");
-    QTest::newRow("12a in left leaves 12") << "txtLeft" << "12a" << "12" << 0 << QByteArray("12.0");
-    QTest::newRow("cleared top stores 0") << "txtTop" << "" << "" << 1 << QByteArray("0.0");
-    QTest::newRow("second point is removed") << "txtRight" << "1.2." << "1.2" << 2 << QByteArray("1.2");
-    QTest::newRow("no clamping of a margin") << "txtBottom" << "150" << "150" << 3 << QByteArray("150.0");
-    QTest::newRow("no sign") << "txtLeft" << "-5" << "5" << 0 << QByteArray("5.0");
-    QTest::newRow("lone point stores 0") << "txtTop" << "." << "." << 1 << QByteArray("0.0");
-    QTest::newRow("transparency typed") << "txtTransparency" << "45" << "45" << 4 << QByteArray("45.0");
-    QTest::newRow("no clamping of transparency") << "txtTransparency" << "400" << "400" << 4
-                                                 << QByteArray("400.0");
+    QTest::newRow("12a in left leaves 12") << "txtLeft"
+                                           << "12a"
+                                           << "12" << 0 << QByteArray("12.0");
+    QTest::newRow("cleared top stores 0") << "txtTop"
+                                          << ""
+                                          << "" << 1 << QByteArray("0.0");
+    QTest::newRow("second point is removed") << "txtRight"
+                                             << "1.2."
+                                             << "1.2" << 2 << QByteArray("1.2");
+    QTest::newRow("no clamping of a margin") << "txtBottom"
+                                             << "150"
+                                             << "150" << 3 << QByteArray("150.0");
+    QTest::newRow("no sign") << "txtLeft"
+                             << "-5"
+                             << "5" << 0 << QByteArray("5.0");
+    QTest::newRow("lone point stores 0") << "txtTop"
+                                         << "."
+                                         << "." << 1 << QByteArray("0.0");
+    QTest::newRow("transparency typed") << "txtTransparency"
+                                        << "45"
+                                        << "45" << 4 << QByteArray("45.0");
+    QTest::newRow("no clamping of transparency") << "txtTransparency"
+                                                 << "400"
+                                                 << "400" << 4 << QByteArray("400.0");
 }
 
 void TestSettingsWindow::typingIntoAField()
@@ -555,8 +574,8 @@ void TestSettingsWindow::firstRunBuildsTheWorkspace()
 
 void TestSettingsWindow::firstRunWithoutWorkspaceUsesThePluginSaveFolder()
 {
-    const QString expected = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + "/Kelvara/quillamy_resource/Plugin/Save/img";
+    const QString expected = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                             "/Kelvara/quillamy_resource/Plugin/Save/img";
     QDir(expected).removeRecursively();
     Session s = open(QString());
     QVERIFY(s.window);
@@ -580,7 +599,8 @@ void TestSettingsWindow::damagedImgXmlStillOpensAndOKRepairsIt()
     s.click("btnOK");
     QCOMPARE(s.controller->closeMode(), 1);
     QDomDocument doc;
-    QVERIFY2(bool(doc.setContent(readFile(ws + "/img.xml"))), readFile(ws + "/img.xml").constData());
+    QVERIFY2(bool(doc.setContent(readFile(ws + "/img.xml"))),
+             readFile(ws + "/img.xml").constData());
     QVERIFY(QFileInfo::exists(ws + "/bookPlugin.js"));
 }
 
@@ -595,7 +615,8 @@ void TestSettingsWindow::damagedSettingsFileLoadsAsZeros_data()
     QTest::newRow("letters in a margin line read 0")
         << QByteArray("abc\n2\n3\n4\n5\n1") << QStringList{"0.0", "2.0", "3.0", "4.0", "5.0"};
     QTest::newRow("windows line ends read the same")
-        << QByteArray("10.0\r\n20.0\r\n30.0\r\n15.0\r\n0.0\r\n1") << QStringList{"10.0", "20.0", "30.0", "15.0", "0.0"};
+        << QByteArray("10.0\r\n20.0\r\n30.0\r\n15.0\r\n0.0\r\n1")
+        << QStringList{"10.0", "20.0", "30.0", "15.0", "0.0"};
     QTest::newRow("a seventh line is ignored")
         << QByteArray("1\n2\n3\n4\n5\n1\n99") << QStringList{"1.0", "2.0", "3.0", "4.0", "5.0"};
 }
@@ -611,8 +632,8 @@ void TestSettingsWindow::damagedSettingsFileLoadsAsZeros()
     const Tree opening = TreeSnapshot::take(ws);
     Session s = open(ws);
     QVERIFY(s.window);
-    QCOMPARE((QStringList{s.text("txtLeft"), s.text("txtTop"), s.text("txtRight"), s.text("txtBottom"),
-                          s.text("txtTransparency")}),
+    QCOMPARE((QStringList{s.text("txtLeft"), s.text("txtTop"), s.text("txtRight"),
+                          s.text("txtBottom"), s.text("txtTransparency")}),
              fields);
     s.click("btnCancel");
     QCOMPARE(TreeSnapshot::take(ws), opening);

@@ -41,8 +41,8 @@ QList<QPair<QWidget *, QRect>> leafWidgets(QWidget *window)
     for (QWidget *w : all) {
         if (!w->isVisibleTo(window))
             continue;
-        if (qobject_cast<QLabel *>(w) || qobject_cast<QAbstractButton *>(w) || qobject_cast<QLineEdit *>(w)
-            || qobject_cast<QSlider *>(w))
+        if (qobject_cast<QLabel *>(w) || qobject_cast<QAbstractButton *>(w) ||
+            qobject_cast<QLineEdit *>(w) || qobject_cast<QSlider *>(w))
             out.append({w, QRect(w->mapTo(window, QPoint(0, 0)), w->size())});
     }
     return out;
@@ -50,10 +50,12 @@ QList<QPair<QWidget *, QRect>> leafWidgets(QWidget *window)
 
 QString describe(const QWidget *w)
 {
-    return QStringLiteral("%1 \"%2\"").arg(w->objectName(),
-        qobject_cast<const QAbstractButton *>(w) ? static_cast<const QAbstractButton *>(w)->text()
-        : qobject_cast<const QLabel *>(w)        ? static_cast<const QLabel *>(w)->text()
-                                                 : QString());
+    return QStringLiteral("%1 \"%2\"")
+        .arg(w->objectName(), qobject_cast<const QAbstractButton *>(w)
+                                  ? static_cast<const QAbstractButton *>(w)->text()
+                              : qobject_cast<const QLabel *>(w)
+                                  ? static_cast<const QLabel *>(w)->text()
+                                  : QString());
 }
 
 // Every text-bearing widget at least as large as its smallest useful size, and no two of them
@@ -64,21 +66,28 @@ void checkFits(QWidget *window, const QString &when)
     for (QWidget *w : all) {
         if (!w->isVisibleTo(window))
             continue;
-        if (!qobject_cast<QLabel *>(w) && !qobject_cast<QAbstractButton *>(w) && !qobject_cast<QGroupBox *>(w))
+        if (!qobject_cast<QLabel *>(w) && !qobject_cast<QAbstractButton *>(w) &&
+            !qobject_cast<QGroupBox *>(w))
             continue;
         const QSize need = w->minimumSizeHint();
         QVERIFY2(w->width() >= need.width() && w->height() >= need.height(),
-                 qPrintable(QStringLiteral("%1: %2 is %3x%4, needs %5x%6").arg(when, describe(w))
-                                .arg(w->width()).arg(w->height()).arg(need.width()).arg(need.height())));
+                 qPrintable(QStringLiteral("%1: %2 is %3x%4, needs %5x%6")
+                                .arg(when, describe(w))
+                                .arg(w->width())
+                                .arg(w->height())
+                                .arg(need.width())
+                                .arg(need.height())));
     }
     const auto leaves = leafWidgets(window);
     for (int i = 0; i < leaves.size(); ++i) {
         for (int j = i + 1; j < leaves.size(); ++j) {
-            if (leaves[i].first->isAncestorOf(leaves[j].first) || leaves[j].first->isAncestorOf(leaves[i].first))
+            if (leaves[i].first->isAncestorOf(leaves[j].first) ||
+                leaves[j].first->isAncestorOf(leaves[i].first))
                 continue;
-            QVERIFY2(!leaves[i].second.intersects(leaves[j].second),
-                     qPrintable(QStringLiteral("%1: %2 overlaps %3").arg(when, describe(leaves[i].first),
-                                                                         describe(leaves[j].first))));
+            QVERIFY2(
+                !leaves[i].second.intersects(leaves[j].second),
+                qPrintable(QStringLiteral("%1: %2 overlaps %3")
+                               .arg(when, describe(leaves[i].first), describe(leaves[j].first))));
         }
     }
 }
@@ -97,15 +106,28 @@ void TestWindowLanguages::textsAreTranslatedAndFit_data()
     QTest::addColumn<QString>("cancel");
     QTest::addColumn<QString>("position");
     QTest::addColumn<QString>("above");
-    QTest::newRow("English") << "en" << "Cancel" << "Position on the page" << "Above the page content";
-    QTest::newRow("German") << "de" << "Abbrechen" << "Position auf der Seite" << QString::fromUtf8("Über dem Seiteninhalt");
-    QTest::newRow("French") << "fr" << "Annuler" << "Position sur la page" << QString::fromUtf8("Au-dessus du contenu de la page");
-    QTest::newRow("Japanese") << "ja" << QString::fromUtf8("キャンセル") << QString::fromUtf8("ページ上の位置")
+    QTest::newRow("English") << "en"
+                             << "Cancel"
+                             << "Position on the page"
+                             << "Above the page content";
+    QTest::newRow("German") << "de"
+                            << "Abbrechen"
+                            << "Position auf der Seite"
+                            << QString::fromUtf8("Über dem Seiteninhalt");
+    QTest::newRow("French") << "fr"
+                            << "Annuler"
+                            << "Position sur la page"
+                            << QString::fromUtf8("Au-dessus du contenu de la page");
+    QTest::newRow("Japanese") << "ja" << QString::fromUtf8("キャンセル")
+                              << QString::fromUtf8("ページ上の位置")
                               << QString::fromUtf8("ページの内容の前面");
-    QTest::newRow("Simplified Chinese") << "zh_CN" << QString::fromUtf8("取消") << QString::fromUtf8("页面上的位置")
-                                        << QString::fromUtf8("位于页面内容之上");
-    QTest::newRow("a language the bundle lacks falls back to English")
-        << "sv" << "Cancel" << "Position on the page" << "Above the page content";
+    QTest::newRow("Simplified Chinese")
+        << "zh_CN" << QString::fromUtf8("取消") << QString::fromUtf8("页面上的位置")
+        << QString::fromUtf8("位于页面内容之上");
+    QTest::newRow("a language the bundle lacks falls back to English") << "sv"
+                                                                       << "Cancel"
+                                                                       << "Position on the page"
+                                                                       << "Above the page content";
 }
 
 void TestWindowLanguages::textsAreTranslatedAndFit()

@@ -20,7 +20,8 @@ namespace WindowDriver {
 class AlertAnswerer : public QObject
 {
 public:
-    explicit AlertAnswerer(const QString &buttonText) : m_buttonText(buttonText)
+    explicit AlertAnswerer(const QString &buttonText)
+        : m_buttonText(buttonText)
     {
         m_timer.setInterval(20);
         connect(&m_timer, &QTimer::timeout, this, &AlertAnswerer::poll);

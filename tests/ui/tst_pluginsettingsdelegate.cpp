@@ -81,7 +81,8 @@ void TestPluginSettingsDelegate::languageWithoutItsOwnDescriptionUsesEnglish_dat
     QTest::addColumn<bool>("englishOnly"); // a bundle whose de.lproj lacks the description
     QTest::addColumn<QString>("folder");
     QTest::newRow("German description present") << "de" << false << "de.lproj";
-    QTest::newRow("German folder without the description uses English") << "de" << true << "en.lproj";
+    QTest::newRow("German folder without the description uses English")
+        << "de" << true << "en.lproj";
     QTest::newRow("Swedish falls back to English") << "sv" << false << "en.lproj";
     QTest::newRow("no language code tries English first") << "<unset>" << false << "en.lproj";
 }
@@ -159,7 +160,8 @@ void TestPluginSettingsDelegate::sliderStoresTheUnroundedValue()
     auto *slider = delegate->window()->findChild<QSlider *>("sldTrans");
     slider->setValue(3726);
     QCOMPARE(delegate->position().transparency(), 37.26f);
-    QCOMPARE(delegate->window()->findChild<QLineEdit *>("txtTransparency")->text(), QStringLiteral("37.3"));
+    QCOMPARE(delegate->window()->findChild<QLineEdit *>("txtTransparency")->text(),
+             QStringLiteral("37.3"));
     QCOMPARE(readFile(ws + "/settings.dat").split('\n').value(4), QByteArray("37.3"));
     delegate->onCancel();
 }
