@@ -1,0 +1,280 @@
+#include "editgeometry.h"
+
+#include <algorithm>
+
+namespace EditGeometry {
+
+bool isDragType(int type)
+{
+    return type >= MouseTypeMove && type <= MouseTypeBottomRight;
+}
+
+HitAreas hitAreas(QSizeF boxSize, qreal s)
+{
+    const qreal w = boxSize.width();
+    const qreal h = boxSize.height();
+    const qreal midX = (w - s) / 2;
+    const qreal midY = (h - s) / 2;
+    return {
+        QRectF(s, s, w - 2 * s, h - 2 * s), // interior
+        QRectF(0, midY, s, s),              // left
+        QRectF(w - s, midY, s, s),          // right
+        QRectF(midX, h - s, s, s),          // top
+        QRectF(midX, 0, s, s),              // bottom
+        QRectF(0, h - s, s, s),             // top-left
+        QRectF(w - s, h - s, s, s),         // top-right
+        QRectF(0, 0, s, s),                 // bottom-left
+        QRectF(w - s, 0, s, s),             // bottom-right
+    };
+}
+
+bool containsPoint(const QRectF &rect, QPointF point)
+{
+    return point.x() >= rect.x() && point.x() < rect.x() + rect.width() && point.y() >= rect.y() &&
+           point.y() < rect.y() + rect.height();
+}
+
+int matchAreaIndex(const HitAreas &areas, QPointF point)
+{
+    for (int i = 0; i < int(areas.size()); ++i) {
+        if (containsPoint(areas[i], point))
+            return i;
+    }
+    return -1;
+}
+
+// The comparisons are exact on purpose: areas are built from the same numbers they are tested
+// against, and the asymmetries this gives (the 21-wide box) are part of the behaviour.
+MouseType mouseTypeForArea(const QRectF &area, QSizeF frameSize)
+{
+    const qreal s = trackBoxSize;
+    if (area.x() == s)
+        return MouseTypeMove;
+    if (area.width() != s)
+        return MouseTypeNone;
+    const bool bottomRow = area.y() == 0;
+    const bool upperHalf = area.y() >= frameSize.height() / 2;
+    if (area.x() == 0)
+        return bottomRow ? MouseTypeBottomLeft : upperHalf ? MouseTypeTopLeft : MouseTypeLeft;
+    if (area.x() >= frameSize.width() / 2)
+        return bottomRow ? MouseTypeBottomRight : upperHalf ? MouseTypeTopRight : MouseTypeRight;
+    return bottomRow ? MouseTypeBottom : MouseTypeTop;
+}
+
+MouseType mouseTypeAt(const HitAreas &areas, QPointF point, QSizeF frameSize)
+{
+    const int index = matchAreaIndex(areas, point);
+    return index < 0 ? MouseTypeNone : mouseTypeForArea(areas[index], frameSize);
+}
+
+QRectF withMinimumSize(const QRectF &frame)
+{
+    QRectF result = frame;
+    if (result.height() < minimumBoxSize)
+        result.setHeight(minimumBoxSize);
+    if (result.width() < minimumBoxSize)
+        result.setWidth(minimumBoxSize);
+    return result;
+}
+
+namespace {
+
+// The rules read and write the four numbers independently; a plain struct keeps them in the
+// order they are written down and avoids QRectF's edge-keeping setters.
+struct Box
+{
+    qreal x, y, w, h;
+    explicit Box(const QRectF &r)
+        : x(r.x())
+        , y(r.y())
+        , w(r.width())
+        , h(r.height())
+    {}
+    QRectF rect() const { return QRectF(x, y, w, h); }
+};
+
+} // namespace
+
+QRectF moveFrame(QRectF frame, qreal dx, qreal dy, QSizeF canvas)
+{
+    Box b(frame);
+    b.x += dx;
+    b.y += dy;
+    if (b.x + b.w > canvas.width())
+        b.x = canvas.width() - b.w;
+    if (b.y + b.h > canvas.height())
+        b.y = canvas.height() - b.h;
+    if (b.x < 0)
+        b.x = 0;
+    if (b.y < 0)
+        b.y = 0;
+    return b.rect();
+}
+
+QRectF dragLeftEdge(QRectF frame, qreal dx, QSizeF canvas)
+{
+    Box b(frame);
+    if (dx <= 0) {
+        b.x += dx;
+        b.w -= dx;
+        if (b.x < 0) { // the right edge stays where it was
+            b.w += b.x;
+            b.x = 0;
+        }
+    } else {
+        const qreal step = std::min(dx, b.w);
+        b.w -= step;
+        b.x += step;
+        if (b.x > canvas.width() - minimumBoxSize)
+            b.x = canvas.width() - minimumBoxSize;
+    }
+    return b.rect();
+}
+
+QRectF dragRightEdge(QRectF frame, qreal dx, QSizeF canvas)
+{
+    Box b(frame);
+    b.w += dx;
+    if (dx <= 0) {
+        if (b.w < 0)
+            b.w = 0;
+    } else if (b.x + b.w > canvas.width()) {
+        b.w = canvas.width() - b.x;
+    }
+    return b.rect();
+}
+
+QRectF dragTopEdge(QRectF frame, qreal dy, QSizeF canvas)
+{
+    Box b(frame);
+    b.h += dy;
+    if (dy <= 0) {
+        if (b.h < 0)
+            b.h = 0;
+    } else {
+        if (b.y + b.h > canvas.height())
+            b.h = canvas.height() - b.y;
+        if (b.y > canvas.height() - minimumBoxSize)
+            b.y = canvas.height() - minimumBoxSize;
+    }
+    return b.rect();
+}
+
+QRectF dragBottomEdge(QRectF frame, qreal dy, QSizeF canvas)
+{
+    Box b(frame);
+    b.h -= dy;
+    b.y += dy;
+    if (dy <= 0) {
+        // The height keeps its growth: pushing past the bottom raises the top by the overshoot.
+        if (b.y < 0)
+            b.y = 0;
+    } else {
+        if (b.h < 0) {
+            b.y += b.h;
+            b.h = 0;
+        }
+        if (b.y > canvas.height() - minimumBoxSize)
+            b.y = canvas.height() - minimumBoxSize;
+    }
+    return b.rect();
+}
+
+QRectF normalise(QRectF frame, QSizeF canvas)
+{
+    Box b(frame);
+    if (b.x < 0)
+        b.x = 0;
+    if (b.y < 0)
+        b.y = 0;
+    if (b.w < minimumBoxSize)
+        b.w = minimumBoxSize;
+    if (b.h < minimumBoxSize)
+        b.h = minimumBoxSize;
+    if (b.x > canvas.width() - minimumBoxSize) {
+        b.w = minimumBoxSize;
+        b.x = canvas.width() - minimumBoxSize;
+    }
+    if (b.y > canvas.height()) {
+        b.h = minimumBoxSize;
+        b.y = canvas.height() - minimumBoxSize;
+    }
+    return b.rect();
+}
+
+std::optional<QRectF> dragStep(const QRectF &frame, int type, qreal dx, qreal dy, QSizeF canvas)
+{
+    QRectF f = frame;
+    switch (type) {
+    case MouseTypeMove:
+        f = moveFrame(f, dx, dy, canvas);
+        break;
+    case MouseTypeLeft:
+        f = dragLeftEdge(f, dx, canvas);
+        break;
+    case MouseTypeRight:
+        f = dragRightEdge(f, dx, canvas);
+        break;
+    case MouseTypeTop:
+        f = dragTopEdge(f, dy, canvas);
+        break;
+    case MouseTypeBottom:
+        f = dragBottomEdge(f, dy, canvas);
+        break;
+    case MouseTypeTopLeft:
+        f = dragTopEdge(dragLeftEdge(f, dx, canvas), dy, canvas);
+        break;
+    case MouseTypeTopRight:
+        f = dragTopEdge(dragRightEdge(f, dx, canvas), dy, canvas);
+        break;
+    case MouseTypeBottomLeft:
+        f = dragBottomEdge(dragLeftEdge(f, dx, canvas), dy, canvas);
+        break;
+    case MouseTypeBottomRight:
+        f = dragBottomEdge(dragRightEdge(f, dx, canvas), dy, canvas);
+        break;
+    default:
+        return std::nullopt;
+    }
+    return normalise(f, canvas);
+}
+
+QRectF clampFrameForMargins(QRectF frame, QSizeF canvas)
+{
+    Box b(frame);
+    if (b.x < 0)
+        b.x = 0;
+    if (b.y < 0)
+        b.y = 0;
+    if (b.w < minimumBoxSize)
+        b.w = minimumBoxSize;
+    if (b.w > canvas.width())
+        b.w = canvas.width();
+    if (b.h < minimumBoxSize)
+        b.h = minimumBoxSize;
+    if (b.h > canvas.height())
+        b.h = canvas.height();
+    return b.rect();
+}
+
+QPointF flipped(QPointF point, qreal height)
+{
+    return QPointF(point.x(), height - point.y());
+}
+
+QRectF flipped(const QRectF &rect, qreal height)
+{
+    return QRectF(rect.x(), height - rect.y() - rect.height(), rect.width(), rect.height());
+}
+
+QTransform flipTransform(qreal height)
+{
+    return QTransform(1, 0, 0, -1, 0, height);
+}
+
+QPointF pointerPoint(QPointF qtPosition, qreal height)
+{
+    return flipped(qtPosition + QPointF(0.5, 0.5), height);
+}
+
+} // namespace EditGeometry

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+#include <QSizeF>
+#include <QTransform>
+
+#include <array>
+#include <optional>
+
+// Geometry of the edit box and of the page canvas that hosts it, as plain functions that need no
+// window. Everything here works in canvas coordinates: origin at the bottom-left corner, y growing
+// upwards, the way margins map onto the page. Qt widgets have y growing downwards; the "Coordinate
+// flip" section below is the only place that turns one into the other.
+namespace EditGeometry {
+
+// Side of a square handle, and so the width of the border band in which handles sit.
+inline constexpr float trackBoxSize = 7.0f;
+// Smallest width and height of the box: two handles and one point between them.
+inline constexpr qreal minimumBoxSize = 15.0;
+
+// What the pointer is over, and so what a drag does. The values are stable: they are what the box
+// keeps in its mouse type while hovering and freezes while a button is held.
+enum MouseType : int {
+    MouseTypeNone = 0,
+    MouseTypeMove = 1,
+    MouseTypeLeft = 2,
+    MouseTypeRight = 3,
+    MouseTypeTop = 4,
+    MouseTypeBottom = 5,
+    MouseTypeTopLeft = 6,
+    MouseTypeTopRight = 7,
+    MouseTypeBottomLeft = 8,
+    MouseTypeBottomRight = 9,
+};
+
+// True for the types that move or resize the box (1 to 9).
+bool isDragType(int type);
+
+// The nine hit areas of a box, in the order they are created and hit-tested: interior, left,
+// right, top, bottom, top-left, top-right, bottom-left, bottom-right. Box-local coordinates.
+using HitAreas = std::array<QRectF, 9>;
+HitAreas hitAreas(QSizeF boxSize, qreal handleSize = trackBoxSize);
+
+// Half-open containment: the left and bottom edges belong to the rectangle, the right and top
+// edges do not, so adjacent areas never both claim a point.
+bool containsPoint(const QRectF &rect, QPointF point);
+
+// Index of the first area containing the point, or -1. Where areas overlap (small boxes) the
+// earlier one wins: edge handles before corners.
+int matchAreaIndex(const HitAreas &areas, QPointF point);
+
+// Classifies an area by exact comparisons on its origin and width against the box's frame size.
+// An area at x = 7 is the interior, even the top or bottom handle of a box exactly 21 wide.
+MouseType mouseTypeForArea(const QRectF &area, QSizeF frameSize);
+
+// The mouse type at a box-local point: that of the first area containing it, else none.
+MouseType mouseTypeAt(const HitAreas &areas, QPointF point, QSizeF frameSize);
+
+// A frame grown to the minimum size where it is smaller; the origin stays.
+QRectF withMinimumSize(const QRectF &frame);
+
+// The drag rules, each on a frame in canvas coordinates (y up) for a canvas of the given size.
+QRectF moveFrame(QRectF frame, qreal dx, qreal dy, QSizeF canvas);
+QRectF dragLeftEdge(QRectF frame, qreal dx, QSizeF canvas);
+QRectF dragRightEdge(QRectF frame, qreal dx, QSizeF canvas);
+QRectF dragTopEdge(QRectF frame, qreal dy, QSizeF canvas);
+QRectF dragBottomEdge(QRectF frame, qreal dy, QSizeF canvas);
+// Puts the box back inside the canvas at its minimum size after an edge rule. The right test
+// allows for the box's width but the top test compares with the full height; both are kept so.
+QRectF normalise(QRectF frame, QSizeF canvas);
+
+// One drag step: the frame after the pointer moved by (dx, dy) with the given mouse type held,
+// normalised. No frame for types outside 1 to 9 (nothing moves).
+std::optional<QRectF> dragStep(const QRectF &frame, int type, qreal dx, qreal dy, QSizeF canvas);
+
+// The frame the canvas turns into margins: the box's frame pulled to the canvas's origin and
+// bounded to between the minimum size and the canvas's size. The box itself is not changed.
+QRectF clampFrameForMargins(QRectF frame, QSizeF canvas);
+
+// ---- Coordinate flip
+// Canvas and box coordinates have y up from the bottom-left corner; Qt widget and window
+// coordinates have y down from the top-left corner. Flipping within a container of height h maps
+// y to h - y (a rectangle's top-left corner to its bottom-left corner), and is its own inverse.
+QPointF flipped(QPointF point, qreal height);
+QRectF flipped(const QRectF &rect, qreal height);
+// The painter transform that lets drawing code use y-up coordinates in a widget of this height.
+QTransform flipTransform(qreal height);
+// A pointer position as Qt reports it (the top-left corner of the pixel under the pointer, y
+// down) to a y-up point at the centre of that pixel, so that the half-open hit tests cover the
+// same pixels as the drawing of each area.
+QPointF pointerPoint(QPointF qtPosition, qreal height);
+
+} // namespace EditGeometry

@@ -1,0 +1,54 @@
+#include "logalert.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QMessageBox>
+#include <QPushButton>
+
+Q_LOGGING_CATEGORY(lcAlert, "img.alert", QtWarningMsg)
+
+namespace {
+
+// Runs an alert with buttons in the given order and answers the index of the button that
+// closed it, -1 when none did. The first button is the default (Return); escapeIndex names the
+// button that Escape and the window's close box press, -1 for none set.
+int runAlert(const QString &message, const QString &text, const QStringList &titles,
+             int escapeIndex)
+{
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setIcon(QMessageBox::NoIcon);
+    box.setText(message);
+    box.setInformativeText(text);
+    QList<QPushButton *> buttons;
+    for (int i = 0; i < titles.size(); ++i) {
+        // Roles that keep the buttons in the order given on every platform style: the first is
+        // the accepting one, the second the rejecting one.
+        const auto role = i == 0 ? QMessageBox::AcceptRole : QMessageBox::RejectRole;
+        buttons.append(box.addButton(titles.at(i), role));
+    }
+    if (!buttons.isEmpty())
+        box.setDefaultButton(buttons.first());
+    if (escapeIndex >= 0 && escapeIndex < buttons.size())
+        box.setEscapeButton(buttons.at(escapeIndex));
+    qCDebug(lcAlert) << "alert" << message << titles;
+    box.exec();
+    return int(buttons.indexOf(qobject_cast<QPushButton *>(box.clickedButton())));
+}
+
+} // namespace
+
+void LogAlert::AlertOKWithMessage(const QString &message, const QString &text)
+{
+    runAlert(message, text, {QStringLiteral("OK")}, 0);
+}
+
+bool LogAlert::AlertYesNoWithMessage(const QString &message, const QString &text)
+{
+    return runAlert(message, text, {QStringLiteral("YES"), QStringLiteral("NO")}, 1) != 1;
+}
+
+bool LogAlert::AlertOKCancelWithMessage(const QString &message, const QString &text)
+{
+    return runAlert(message, text, {QStringLiteral("OK"), QStringLiteral("Cancel")}, 1) != 1;
+}

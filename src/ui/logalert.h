@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+// The bundle's three modal alerts. Each runs application-modal on the main thread and returns
+// once the user has answered; message is the main text, text the smaller informative text (an
+// empty text gives an empty line). Callers pass texts already localised.
+class LogAlert
+{
+public:
+    LogAlert() = delete;
+
+    // One "OK" button.
+    static void AlertOKWithMessage(const QString &message, const QString &text);
+    // "YES" (Return) and "NO" (Escape); false only when "NO" closed the alert.
+    static bool AlertYesNoWithMessage(const QString &message, const QString &text);
+    // "OK" (Return) and "Cancel" (Escape); false only when "Cancel" closed the alert.
+    static bool AlertOKCancelWithMessage(const QString &message, const QString &text);
+};

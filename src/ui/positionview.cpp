@@ -1,0 +1,143 @@
+#include "positionview.h"
+
+#include "editgeometry.h"
+#include "postionviewdelete.h"
+#include "veleditview.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+using namespace EditGeometry;
+
+PositionView::PositionView(QWidget *parent)
+    : QWidget(parent)
+    , m_objectView(new VelEditView())
+{
+    // A zero-sized rectangle in the page's centre: no box until real margins arrive.
+    m_positionRect.setLeft(50);
+    m_positionRect.setTop(50);
+    m_positionRect.setRight(50);
+    m_positionRect.setBottom(50);
+    // Direct: the record must hold the new margins before the box's step returns.
+    connect(m_objectView, &VelEditView::EditViewChangeNotification, this,
+            &PositionView::onChangeEditView, Qt::DirectConnection);
+    connect(m_objectView, &VelEditView::EditViewDidChangedNotification, this,
+            &PositionView::onDidChangedEditView, Qt::DirectConnection);
+}
+
+PositionView::~PositionView()
+{
+    if (m_objectView->parentWidget() != this)
+        delete m_objectView;
+}
+
+void PositionView::setPositionRect(const PositionRect &rect)
+{
+    m_positionRect = rect;
+    update();
+}
+
+void PositionView::setPositionRectWithLeft(float left, float top, float right, float bottom,
+                                           float transparency, int layer)
+{
+    m_positionRect.setLeft(left);
+    m_positionRect.setTop(top);
+    m_positionRect.setRight(right);
+    m_positionRect.setBottom(bottom);
+    m_positionRect.setTransparency(transparency);
+    m_positionRect.setLayer(layer);
+    update();
+}
+
+QColor PositionView::fillColor() const
+{
+    return m_fillColor.isValid() ? m_fillColor : palette().color(QPalette::Base);
+}
+
+void PositionView::setFillColor(const QColor &color)
+{
+    m_fillColor = color;
+    update();
+}
+
+QColor PositionView::outlineColor() const
+{
+    return m_outlineColor.isValid() ? m_outlineColor : QColor(128, 128, 128);
+}
+
+void PositionView::setOutlineColor(const QColor &color)
+{
+    m_outlineColor = color;
+    update();
+}
+
+void PositionView::onChangeEditView(VelEditView *box)
+{
+    if (box != m_objectView)
+        return;
+    const QSizeF bounds(size());
+    const PositionRect margins =
+        PositionRect::convertObjectFrame(clampFrameForMargins(box->frame(), bounds), bounds);
+    m_positionRect.setLeft(margins.left());
+    m_positionRect.setTop(margins.top());
+    m_positionRect.setRight(margins.right());
+    m_positionRect.setBottom(margins.bottom());
+    // No redraw here: the owner decides what follows from the new margins.
+    if (m_ower)
+        m_ower->onChangePositionView();
+}
+
+void PositionView::onDidChangedEditView(VelEditView *box)
+{
+    if (box == m_objectView && m_ower)
+        m_ower->didChangedPositionView();
+}
+
+void PositionView::paintEvent(QPaintEvent *)
+{
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setTransform(flipTransform(height()));
+
+    const QRectF bounds(rect());
+    p.fillRect(bounds, fillColor());
+    // A one-point line just inside the bounds, filled as a ring so its corners are square and
+    // its whole width is on the page.
+    QPainterPath outline;
+    outline.addRect(bounds);
+    outline.addRect(bounds.adjusted(1, 1, -1, -1));
+    p.fillPath(outline, outlineColor());
+
+    const QRectF frame = PositionRect::getObjectFrameWith(m_positionRect, bounds.size());
+    if (!(frame.width() > 0 && frame.height() > 0))
+        return; // the box keeps whatever frame it had
+    const bool boxHidden =
+        m_objectView->isHidden() && m_objectView->testAttribute(Qt::WA_WState_ExplicitShowHide);
+    if (boxHidden) {
+        p.setPen(QPen(Qt::black, 1.0, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+        p.setBrush(Qt::red);
+        p.drawRect(frame);
+        return;
+    }
+    placeEditView(frame);
+}
+
+// The record is the master: the box follows it on every redraw.
+void PositionView::placeEditView(const QRectF &frame)
+{
+    m_objectView->setFrame(frame);
+    m_objectView->forceRefreshLayout();
+    if (m_objectView->parentWidget() != this) {
+        m_objectView->setParent(this);
+        m_objectView->show();
+    }
+}
+
+void PositionView::resizeEvent(QResizeEvent *event)
+{
+    // The box's frame is y-up; a new height moves its widget even though the frame is the same.
+    if (m_objectView->parentWidget() == this)
+        m_objectView->setFrame(m_objectView->frame());
+    QWidget::resizeEvent(event);
+}

@@ -1,0 +1,375 @@
+#include "privateview.h"
+
+#include "bundlepaths.h"
+#include "framepainter.h"
+#include "localisation.h"
+#include "logalert.h"
+#include "pluginsettingsinfo.h"
+#include "privateviewdelete.h"
+#include "simplecell.h"
+#include "velpanel.h"
+#include "xmlhelpers.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QLoggingCategory>
+#include <QPainter>
+#include <QSaveFile>
+#include <QStringDecoder>
+#include <QTextStream>
+
+#include <chrono>
+#include <exception>
+
+Q_LOGGING_CATEGORY(lcPrivateView, "img.privateview", QtWarningMsg)
+
+namespace {
+
+const QString kIdentifier = QStringLiteral("img");
+
+// The description at path parsed as a document, or a null document when the file is missing,
+// is not valid UTF-8 or is not well-formed.
+QDomDocument readDescription(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = file.readAll();
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8.decode(bytes);
+    if (utf8.hasError())
+        return {};
+    return parseDescriptionXml(bytes);
+}
+
+// The element written out alone, without a declaration or added white space.
+QByteArray serialise(const QDomElement &root)
+{
+    QString text;
+    QTextStream stream(&text);
+    root.save(stream, -1);
+    return text.toUtf8();
+}
+
+bool writeAtomically(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    file.write(bytes);
+    return file.commit();
+}
+
+void setText(QDomElement element, const QString &text)
+{
+    while (!element.firstChild().isNull())
+        element.removeChild(element.firstChild());
+    if (!text.isEmpty())
+        element.appendChild(element.ownerDocument().createTextNode(text));
+}
+
+// properties/extended of a description, the last of each name; null when either is missing.
+QDomElement extendedElement(const QDomElement &root)
+{
+    const QDomElement properties = root.lastChildElement(QStringLiteral("properties"));
+    if (properties.isNull())
+        return {};
+    return properties.lastChildElement(QStringLiteral("extended"));
+}
+
+// The current time in seconds since 1970 with six decimals: the name an older file of the
+// same name is kept under.
+QString timeStampName()
+{
+    using namespace std::chrono;
+    const auto micros = duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
+    return QString::asprintf("%f", double(micros) / 1e6);
+}
+
+} // namespace
+
+PrivateView::PrivateView(QWidget *parent)
+    : QWidget(parent)
+{}
+
+PrivateView::~PrivateView() = default;
+
+void PrivateView::findControls()
+{
+    m_mxtChoose = findChild<QButtonGroup *>(QStringLiteral("mxtChoose"));
+    m_btnBrowse = findChild<QAbstractButton *>(QStringLiteral("btnBrowse"));
+    m_btnSave = findChild<QAbstractButton *>(QStringLiteral("btnSave"));
+    m_txtLink = findChild<QLineEdit *>(QStringLiteral("txtLink"));
+    m_txtFile = findChild<QLineEdit *>(QStringLiteral("txtFile"));
+    if (!m_mxtChoose)
+        return;
+    // The window description gives each choice its tag as the dynamic property "tag".
+    const QList<QAbstractButton *> buttons = m_mxtChoose->buttons();
+    for (QAbstractButton *button : buttons) {
+        const QVariant tag = button->property("tag");
+        if (tag.isValid())
+            m_mxtChoose->setId(button, tag.toInt());
+    }
+}
+
+void PrivateView::loadDispInfo()
+{
+    m_files.clear();
+    findControls();
+
+    if (m_mxtChoose) {
+        const QList<QAbstractButton *> buttons = m_mxtChoose->buttons();
+        for (QAbstractButton *button : buttons)
+            button->setMinimumSize(114, 47);
+        m_mxtChoose->setExclusive(true);
+        selectTag(FileTag);
+        connect(m_mxtChoose, &QButtonGroup::idClicked, this, &PrivateView::onChoose,
+                Qt::UniqueConnection);
+        chooseLocate(selectedTag());
+    }
+
+    m_settingsInfo = std::make_unique<PluginSettingsInfo>();
+    m_settingsInfo->setWorkSpace(m_workSpace);
+    m_settingsInfo->setIdentifier(kIdentifier);
+    m_settingsInfo->setBundlePath(m_bundlePath);
+    m_settingsInfo->loadWorkspace();
+    const QDomElement root = m_settingsInfo->getXMLFromWorkspace();
+    if (!root.isNull())
+        loadPrivateSetting(root);
+
+    for (QAbstractButton *button : {m_btnBrowse.data(), m_btnSave.data()}) {
+        if (auto *cell = qobject_cast<SimpleCell *>(button))
+            cell->setShowsBorderOnlyWhileMouseInside(true);
+    }
+    if (m_btnBrowse)
+        connect(m_btnBrowse, &QAbstractButton::clicked, this, &PrivateView::onBrowseClicked,
+                Qt::UniqueConnection);
+    if (m_btnSave)
+        connect(m_btnSave, &QAbstractButton::clicked, this, &PrivateView::onSaveClicked,
+                Qt::UniqueConnection);
+    if (m_txtLink)
+        connect(m_txtLink, &QLineEdit::textEdited, this, &PrivateView::onLinkEdited,
+                Qt::UniqueConnection);
+    if (m_txtFile)
+        m_txtFile->setReadOnly(true);
+}
+
+int PrivateView::selectedTag() const
+{
+    return m_mxtChoose ? m_mxtChoose->checkedId() : -1;
+}
+
+void PrivateView::selectTag(int tag)
+{
+    if (!m_mxtChoose)
+        return;
+    if (QAbstractButton *button = m_mxtChoose->button(tag))
+        button->setChecked(true);
+}
+
+void PrivateView::chooseLocate(int tag)
+{
+    if (m_btnBrowse)
+        m_btnBrowse->setEnabled(tag != LinkTag);
+    if (m_txtLink)
+        m_txtLink->setReadOnly(tag != LinkTag);
+}
+
+void PrivateView::onChoose(int tag)
+{
+    Q_UNUSED(tag)
+    chooseLocate(selectedTag());
+}
+
+void PrivateView::showFile(const QString &name)
+{
+    if (m_txtFile)
+        m_txtFile->setText(name);
+}
+
+void PrivateView::loadPrivateSetting(QDomElement root)
+{
+    const QDomElement extended = extendedElement(root);
+    if (extended.isNull())
+        return;
+    for (QDomElement src = extended.firstChildElement(QStringLiteral("src")); !src.isNull();
+         src = src.nextSiblingElement(QStringLiteral("src"))) {
+        const QString value = src.text();
+        if (QDir::isAbsolutePath(value) && QFileInfo::exists(value)) {
+            // A file outside the workspace: bring a copy in and refer to it by name.
+            selectTag(FileTag);
+            saveFile2Workspace(value);
+            const QString name = QFileInfo(value).fileName();
+            showFile(name);
+            m_files = QStringList{name};
+        } else if (QFileInfo::exists(QDir(m_workSpace).filePath(value))) {
+            selectTag(FileTag);
+            showFile(value);
+            m_files = value.isEmpty() ? QStringList() : QStringList{value};
+        } else {
+            selectTag(LinkTag);
+            if (m_txtLink)
+                m_txtLink->setText(value);
+        }
+    }
+    chooseLocate(selectedTag());
+}
+
+void PrivateView::savePrivateSetting(QDomElement root)
+{
+    QDomElement extended = extendedElement(root);
+    if (extended.isNull())
+        return;
+    QDomElement src = extended.lastChildElement(QStringLiteral("src"));
+    if (src.isNull()) {
+        QDomDocument document = root.ownerDocument();
+        src =
+            generateXmlWithType(document, QStringLiteral("src"), QString(), QStringLiteral("file"));
+        extended.appendChild(src);
+    }
+    const QLineEdit *field = selectedTag() == LinkTag ? m_txtLink.data() : m_txtFile.data();
+    setText(src, field ? field->text() : QString());
+}
+
+QString PrivateView::settingFileInWorkspace() const
+{
+    return QDir(m_workSpace).filePath(kIdentifier + QStringLiteral(".xml"));
+}
+
+QString PrivateView::settingFileInApp() const
+{
+    return BundlePaths::resourceDirFor(m_bundlePath) + QStringLiteral("/data/") + kIdentifier +
+           QStringLiteral(".xml");
+}
+
+bool PrivateView::onSave(QObject *sender)
+{
+    Q_UNUSED(sender)
+    if (m_workSpace.isEmpty() || !QFileInfo(m_workSpace).isDir())
+        return false;
+    const QString target = settingFileInWorkspace();
+    QDomDocument document = readDescription(target);
+    if (document.isNull())
+        document = readDescription(settingFileInApp());
+    if (document.isNull()) {
+        qCDebug(lcPrivateView) << "no readable description for" << target;
+        return false;
+    }
+    QDomElement root = document.documentElement();
+    savePrivateSetting(root);
+    const bool written = writeAtomically(target, serialise(root));
+    if (m_ower) {
+        try {
+            m_ower->saveGlobalSettings();
+        } catch (const std::exception &error) {
+            qCDebug(lcPrivateView) << "owner failed to save:" << error.what();
+        }
+    }
+    return written;
+}
+
+void PrivateView::controlTextDidChange(QObject *sender)
+{
+    if (sender && sender == m_txtLink && !m_txtLink->text().isEmpty())
+        onSave(nullptr);
+}
+
+void PrivateView::onLinkEdited()
+{
+    controlTextDidChange(m_txtLink);
+}
+
+void PrivateView::onBrowseClicked()
+{
+    onBrowse(sender());
+}
+
+void PrivateView::onSaveClicked()
+{
+    onSave(sender());
+}
+
+QString PrivateView::importFilePath()
+{
+    static const QString path = QDir::homePath() + QStringLiteral("/Documents");
+    return path;
+}
+
+void PrivateView::onBrowse(QObject *sender)
+{
+    Q_UNUSED(sender)
+    const QString prompt = loadAppString(QStringLiteral("PrivateV-Select a image file"),
+                                         QStringLiteral("Select a image file"));
+    auto *panel = new VelPanel;
+    panel->setDirectory(importFilePath());
+    panel->setIsOpenPanel(true);
+    panel->setTitle(prompt);
+    panel->setPrompt(prompt);
+    panel->setOwer(this);
+    panel->setAllowsMultipleSelection(false);
+    panel->setAllowsOtherFileTypes(false);
+    panel->setCanChooseFiles(false);
+    panel->setCanChooseDirectories(false);
+    panel->setTypes({QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("gif"),
+                     QStringLiteral("png")});
+    panel->setEndPanelSelector("endBrowseImage");
+    panel->runModel();
+}
+
+void PrivateView::endBrowseImage(VelPanel *panel)
+{
+    // Runs on the panel's end thread: read the choice only, do the work on the main thread.
+    const QString path = panel ? panel->url().toLocalFile() : QString();
+    QMetaObject::invokeMethod(
+        this, [this, path] { refreshLocateFile(path); }, Qt::QueuedConnection);
+}
+
+void PrivateView::refreshLocateFile(const QString &path)
+{
+    const bool copied = saveFile2Workspace(path);
+    const QString name = QFileInfo(path).fileName();
+    m_files = QStringList{name};
+    if (copied) {
+        showFile(name);
+    } else {
+        LogAlert::AlertOKWithMessage(
+            loadAppString(QStringLiteral("PrivateV-Copy Failed!"), QStringLiteral("Copy Failed!")),
+            QString());
+    }
+    emit locateFileRefreshed(path, copied);
+}
+
+bool PrivateView::saveFile2Workspace(const QString &path)
+{
+    if (path.contains(m_workSpace))
+        return true;
+    const QDir workspace(m_workSpace);
+    const QString dest = workspace.filePath(QFileInfo(path).fileName());
+    const QString fallback = workspace.filePath(timeStampName());
+    const bool occupied = QFileInfo::exists(dest) || QFileInfo(dest).isSymLink();
+    const bool keptOld = occupied && QDir().rename(dest, fallback);
+    if (QFile::copy(path, dest))
+        return true;
+    qCDebug(lcPrivateView) << "could not copy" << path << "to" << dest;
+    // Whatever stands at dest now is a leftover of the failed copy, unless the old file could
+    // not be moved aside: then it is still there and stays.
+    if (!occupied || keptOld)
+        QFile::remove(dest);
+    if (keptOld)
+        QDir().rename(fallback, dest);
+    return false;
+}
+
+void PrivateView::paintEvent(QPaintEvent *event)
+{
+    {
+        QPainter painter(this);
+        FramePainter::strokeRoundedRect(painter, QRectF(rect()), 4.0, 2.0,
+                                        FramePainter::frameGrey());
+    }
+    QWidget::paintEvent(event);
+}

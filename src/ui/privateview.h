@@ -1,0 +1,119 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QDomElement>
+#include <QLineEdit>
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+
+class PluginSettingsInfo;
+class PrivateViewDelete;
+class VelPanel;
+
+// The panel of the settings window that holds the plugin's own setting: the image it shows,
+// either a link or a local image file copied into the workspace. The choice is stored as the
+// text of "src" (properties/extended/src) in the workspace's "img.xml".
+//
+// The view is the top-level widget of the "PrivateView" window description; its controls are
+// found by object name when the display is loaded: the button group "mxtChoose" (ids are the
+// tags: 0 link, 1 local file), the buttons "btnBrowse" and "btnSave" and the fields "txtLink"
+// and "txtFile". The owner sets the workspace, itself and the bundle path, then calls
+// loadDispInfo() once.
+class PrivateView : public QWidget
+{
+    Q_OBJECT
+public:
+    enum Tag { LinkTag = 0, FileTag = 1 };
+
+    explicit PrivateView(QWidget *parent = nullptr);
+    ~PrivateView() override;
+
+    QString workSpace() const { return m_workSpace; }
+    void setWorkSpace(const QString &path) { m_workSpace = path; }
+    // Not owned; the owner must outlive the view.
+    PrivateViewDelete *ower() const { return m_ower; }
+    void setOwer(PrivateViewDelete *ower) { m_ower = ower; }
+    QString bundlePath() const { return m_bundlePath; }
+    void setBundlePath(const QString &path) { m_bundlePath = path; }
+
+    // Finds the controls, fills the workspace from the bundle where files are missing and shows
+    // the setting stored in the workspace's img.xml.
+    void loadDispInfo();
+
+    // Stores the current choice into the workspace's img.xml (starting from the bundle's
+    // data/img.xml when the workspace has none) and tells the owner. True when img.xml was
+    // written; nothing happens without a workspace folder or a readable description.
+    bool onSave(QObject *sender = nullptr);
+    // Writes the current choice into the "src" of a description tree.
+    void savePrivateSetting(QDomElement root);
+    // Shows the choice stored in a description tree.
+    void loadPrivateSetting(QDomElement root);
+    // Enables the controls of the chosen source: Browse for the file, the link field for links.
+    void chooseLocate(int tag);
+    // The tag of the chosen source, -1 without the button group.
+    int selectedTag() const;
+
+    // Runs the image chooser.
+    void onBrowse(QObject *sender = nullptr);
+    // Called by the file panel on its own thread when the user confirmed an image: hands the
+    // path to refreshLocateFile on the main thread.
+    Q_INVOKABLE void endBrowseImage(VelPanel *panel);
+    // Copies the chosen image into the workspace and shows it; "Copy Failed!" when it cannot.
+    void refreshLocateFile(const QString &path);
+    // Copies a file into the workspace; true when it is there afterwards. A file of the same name
+    // already there is kept under a time-stamp name.
+    bool saveFile2Workspace(const QString &path);
+    // Saves after each edit of the link that leaves it non-empty.
+    void controlTextDidChange(QObject *sender);
+
+    // The workspace files the setting refers to (at most one name, relative to the workspace).
+    QStringList locateFiles() const { return m_files; }
+    // The preview leaves no clicked link alone: web links go to the system browser.
+    bool ignoreOpenURL() const { return false; }
+
+    // The description files: the workspace's img.xml and the bundle's data/img.xml.
+    QString settingFileInWorkspace() const;
+    QString settingFileInApp() const;
+
+    // The folder the image chooser opens in: the documents folder, fixed on first use.
+    static QString importFilePath();
+
+    QButtonGroup *mxtChoose() const { return m_mxtChoose; }
+    QAbstractButton *btnBrowse() const { return m_btnBrowse; }
+    QAbstractButton *btnSave() const { return m_btnSave; }
+    QLineEdit *txtLink() const { return m_txtLink; }
+    QLineEdit *txtFile() const { return m_txtFile; }
+
+signals:
+    // After refreshLocateFile, on the main thread: the chosen path and whether it was copied.
+    void locateFileRefreshed(const QString &path, bool copied);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private slots:
+    void onChoose(int tag);
+    void onBrowseClicked();
+    void onSaveClicked();
+    void onLinkEdited();
+
+private:
+    void findControls();
+    void selectTag(int tag);
+    void showFile(const QString &name);
+
+    QPointer<QButtonGroup> m_mxtChoose;
+    QPointer<QAbstractButton> m_btnBrowse;
+    QPointer<QAbstractButton> m_btnSave;
+    QPointer<QLineEdit> m_txtLink;
+    QPointer<QLineEdit> m_txtFile;
+    QString m_workSpace;
+    PrivateViewDelete *m_ower = nullptr;
+    QString m_bundlePath;
+    std::unique_ptr<PluginSettingsInfo> m_settingsInfo;
+    QStringList m_files;
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QWidget>
+
+// A container with a thin rounded grey frame and nothing else: no fill, the children draw on top.
+class RoundView : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit RoundView(QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
