@@ -3,25 +3,32 @@
 // new position, over 50 edits made at random moments of the tick, and printed beside the floor
 // that the design sets: half a tick on average, the 0.1 s pause before the load, and two loads of
 // the page (the load and the forced reload).
-//   preview_bench [edits]     run under xvfb-run; nothing leaves the machine
+// Measured twice: the preview controller alone (a config change and the change flag), and the real
+// settings window (the left margin typed into its field).
+//   preview_bench [edits] [--controller-only]     run under xvfb-run; nothing leaves the machine
 
+#include "pluginsettingsdelegate.h"
 #include "previewcontroller.h"
 #include "previewpage.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
 #include <QImage>
+#include <QLineEdit>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineView>
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 
 namespace {
 
@@ -101,104 +108,179 @@ double reportedLeft(QWebEnginePage *page)
     return left;
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+struct Latency
 {
-    QApplication app(argc, argv);
-    const int edits = argc > 1 ? std::max(1, atoi(argv[1])) : 50;
+    double load = 0;              // one load of the page on its own (median)
+    std::vector<double> first;    // until the first load shows the new position
+    std::vector<double> complete; // until the forced reload has shown it too
+};
 
-    QTemporaryDir workspace;
-    for (const QString &name : QDir(bundleHtml).entryList(QDir::Files))
-        QFile::copy(QDir(bundleHtml).filePath(name), workspace.filePath(name));
-    QDir(workspace.path()).mkpath(QStringLiteral("files/plugin"));
-    QImage picture(320, 240, QImage::Format_RGB32);
-    picture.fill(QColor(40, 120, 200));
-    picture.save(workspace.filePath(QStringLiteral("files/plugin/picture.png")));
-    writeConfig(workspace.path(), 10);
-
-    QWebEngineView view;
-    view.resize(420, 540);
-    PreviewController controller(&view);
-    controller.setWorkSpace(workspace.path());
-    view.show();
-    QWebEnginePage *page = controller.page();
-    const QUrl index = QUrl::fromLocalFile(workspace.filePath(QStringLiteral("index.html")));
-
-    // One load of the page on its own, for the floor.
+// The median time of one load of the page on its own, for the floor.
+double pageLoadMedian(QWebEnginePage *page, const QUrl &index)
+{
     std::vector<double> loads;
     int finished = 0;
-    QObject::connect(page, &QWebEnginePage::loadingChanged, [&](const QWebEngineLoadingInfo &info) {
-        if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus && info.url() == index)
-            ++finished;
-    });
+    QMetaObject::Connection counting = QObject::connect(
+        page, &QWebEnginePage::loadingChanged, [&](const QWebEngineLoadingInfo &info) {
+            if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus && info.url() == index)
+                ++finished;
+        });
     for (int i = 0; i < 21; ++i) {
         const int before = finished;
         QElapsedTimer clock;
         clock.start();
-        page->triggerAction(QWebEnginePage::ReloadAndBypassCache);
-        if (i == 0)
+        if (page->url() == index)
+            page->triggerAction(QWebEnginePage::ReloadAndBypassCache);
+        else
             page->load(index);
-        if (!waitFor([&] { return finished > before; }, 10000))
+        if (!waitFor([&] { return finished > before; }, 20000))
             qFatal("the page does not load");
         if (i > 0) // the first load warms the engine up
             loads.push_back(double(clock.nsecsElapsed()) / 1e6);
     }
+    QObject::disconnect(counting);
+    return median(loads);
+}
 
-    // The settings window's timer and change flag.
+// Makes edits at random moments of the tick; edit(left) must change the left margin to left and
+// let the preview know, as a save does.
+Latency measureEdits(QWebEnginePage *page, const QUrl &index, int edits,
+                     const std::function<void(int)> &edit)
+{
+    Latency result;
+    result.load = pageLoadMedian(page, index);
+
+    // The handler only notes the time: the page is asked afterwards, outside the engine's signal.
+    QElapsedTimer clock;
+    std::vector<double> finishes;
+    QMetaObject::Connection watching = QObject::connect(
+        page, &QWebEnginePage::loadingChanged, [&](const QWebEngineLoadingInfo &info) {
+            if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus &&
+                info.url() == index && clock.isValid())
+                finishes.push_back(double(clock.nsecsElapsed()) / 1e6);
+        });
+
+    QRandomGenerator random(7);
+    for (int i = 0; i < edits; ++i) {
+        settle(int(random.bounded(330)));
+        const int expectedLeft = 11 + i % 25; // the page keeps a positive width
+        double firstReport = -1;
+        double afterReload = -1;
+        size_t checked = 0;
+        finishes.clear();
+        clock.start();
+        edit(expectedLeft);
+        const bool shown = waitFor(
+            [&] {
+                while (checked < finishes.size()) {
+                    const double at = finishes[checked++];
+                    if (reportedLeft(page) != expectedLeft)
+                        continue;
+                    if (firstReport < 0)
+                        firstReport = at;
+                    if (checked == 2) // the load and the forced reload
+                        afterReload = at;
+                }
+                return afterReload >= 0;
+            },
+            30000);
+        if (!shown)
+            qFatal("edit %d never reached the page", i);
+        result.first.push_back(firstReport);
+        result.complete.push_back(afterReload);
+        clock.invalidate();
+        settle(50);
+    }
+    QObject::disconnect(watching);
+    return result;
+}
+
+void print(const char *title, int edits, const Latency &l)
+{
+    const double floor = 330.0 / 2 + 100.0 + 2 * l.load;
+    std::printf("%s: edit-to-preview latency over %d edits (ms)\n", title, edits);
+    std::printf("  page load on its own              median %8.1f\n", l.load);
+    std::printf("  first report of the new position  median %8.1f   p90 %8.1f\n", median(l.first),
+                percentile(l.first, 0.9));
+    std::printf("  rebuild done (after the reload)   median %8.1f   p90 %8.1f\n",
+                median(l.complete), percentile(l.complete, 0.9));
+    std::printf("  floor: half a tick 165.0 + pause 100.0 + two loads %.1f = %8.1f\n", 2 * l.load,
+                floor);
+    std::fflush(stdout);
+}
+
+// The preview controller alone: a config change and the change flag, the window's 0.33 s timer.
+Latency controllerAlone(const QString &workspace, int edits)
+{
+    QDir().mkpath(workspace);
+    for (const QString &name : QDir(bundleHtml).entryList(QDir::Files))
+        QFile::copy(QDir(bundleHtml).filePath(name), QDir(workspace).filePath(name));
+    QDir(workspace).mkpath(QStringLiteral("files/plugin"));
+    QImage picture(320, 240, QImage::Format_RGB32);
+    picture.fill(QColor(40, 120, 200));
+    picture.save(QDir(workspace).filePath(QStringLiteral("files/plugin/picture.png")));
+    writeConfig(workspace, 10);
+
+    QWebEngineView view;
+    view.resize(420, 540);
+    PreviewController controller(&view);
+    controller.setWorkSpace(workspace);
+    view.show();
+
     bool isChange = false;
     QTimer repeatTimer;
     repeatTimer.setInterval(330);
     QObject::connect(&repeatTimer, &QTimer::timeout, [&] { controller.timerRepeat(isChange); });
     repeatTimer.start();
 
-    QElapsedTimer clock;
-    double firstReport = -1;
-    double afterReload = -1;
-    int expectedLeft = 10;
-    int loadsSinceEdit = 0;
-    QObject::connect(page, &QWebEnginePage::loadingChanged, [&](const QWebEngineLoadingInfo &info) {
-        if (info.status() != QWebEngineLoadingInfo::LoadSucceededStatus || info.url() != index ||
-            !clock.isValid())
-            return;
-        ++loadsSinceEdit;
-        const double at = double(clock.nsecsElapsed()) / 1e6;
-        if (reportedLeft(page) != expectedLeft)
-            return;
-        if (firstReport < 0)
-            firstReport = at;
-        if (loadsSinceEdit == 2)
-            afterReload = at;
-    });
-
-    std::vector<double> first, complete;
-    QRandomGenerator random(7);
-    for (int i = 0; i < edits; ++i) {
-        // Edits fall at any moment of the tick.
-        settle(int(random.bounded(330)));
-        expectedLeft = 11 + i % 40;
-        firstReport = afterReload = -1;
-        loadsSinceEdit = 0;
-        clock.start();
-        writeConfig(workspace.path(), expectedLeft);
+    const QUrl index = QUrl::fromLocalFile(QDir(workspace).filePath(QStringLiteral("index.html")));
+    return measureEdits(controller.page(), index, edits, [&](int left) {
+        writeConfig(workspace, left);
         isChange = true;
-        if (!waitFor([&] { return afterReload >= 0; }, 10000))
-            qFatal("edit %d never reached the page", i);
-        first.push_back(firstReport);
-        complete.push_back(afterReload);
-        clock.invalidate();
-        settle(50);
-    }
+    });
+}
 
-    const double load = median(loads);
-    const double floor = 330.0 / 2 + 100.0 + 2 * load;
-    std::printf("preview: edit-to-preview latency over %d edits (ms)\n", edits);
-    std::printf("  page load on its own            median %7.1f\n", load);
-    std::printf("  first report of the new position median %7.1f   p90 %7.1f\n", median(first),
-                percentile(first, 0.9));
-    std::printf("  rebuild done (after the reload)  median %7.1f   p90 %7.1f\n", median(complete),
-                percentile(complete, 0.9));
-    std::printf("  floor: half a tick 165.0 + pause 100.0 + two loads %.1f = %7.1f\n", 2 * load,
-                floor);
+// The settings window: the left margin typed into its field, keystroke by keystroke.
+Latency settingsWindow(const QString &workspace, int edits)
+{
+    auto delegate =
+        PluginSettingsDelegate::create(QStringLiteral("en"), QStringLiteral(IMG_BUNDLE_DIR));
+    if (!delegate)
+        qFatal("the bundle has no settings window");
+    delegate->setWorkSpace(workspace);
+    QDialog *window = delegate->window();
+    PreviewController *preview = delegate ? delegate->previewController() : nullptr;
+    QLineEdit *field = window ? window->findChild<QLineEdit *>(QStringLiteral("txtLeft")) : nullptr;
+    if (!preview || !field)
+        qFatal("the settings window has no preview or no left margin field");
+    window->show();
+    const QUrl index = QUrl::fromLocalFile(QDir(workspace).filePath(QStringLiteral("index.html")));
+    if (!waitFor([&] { return preview->page()->url() == index && !preview->isNeedReload(); },
+                 30000))
+        qFatal("the settings window does not show its preview");
+    return measureEdits(preview->page(), index, edits, [&](int left) {
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, QString::number(left));
+    });
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    const int edits = args.size() > 1 && args.at(1).toInt() > 0 ? args.at(1).toInt() : 50;
+
+    // Backups and workspaces of this run stay inside one temporary folder.
+    QTemporaryDir root;
+    qputenv("TMPDIR", QFile::encodeName(root.path()));
+
+    print("preview controller", edits,
+          controllerAlone(root.filePath(QStringLiteral("controller")), edits));
+    if (!args.contains(QStringLiteral("--controller-only")))
+        print("settings window", edits,
+              settingsWindow(root.filePath(QStringLiteral("img")), edits));
     return 0;
 }
