@@ -192,6 +192,56 @@ private slots:
 
     // ---- navigation
 
+    void decisionOfThePage_data()
+    {
+        QTest::addColumn<QUrl>("url");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<QUrl>("handedOn");
+
+        const int link = QWebEnginePage::NavigationTypeLinkClicked;
+        const int typed = QWebEnginePage::NavigationTypeTyped;
+        QTest::newRow("empty request is left to the engine") << QUrl() << link << true << QUrl();
+        QTest::newRow("file is used") << QUrl("file:///tmp/x.html") << link << true << QUrl();
+        QTest::newRow("https is refused and handed on")
+            << QUrl("https://example.invalid/") << link << false
+            << QUrl("https://example.invalid/");
+        QTest::newRow("http typed by a script is refused and handed on")
+            << QUrl("http://example.invalid/") << typed << false << QUrl("http://example.invalid/");
+        QTest::newRow("mailto is refused")
+            << QUrl("mailto:a@example.invalid") << link << false << QUrl();
+        QTest::newRow("ftp is refused")
+            << QUrl("ftp://example.invalid/f") << link << false << QUrl();
+        QTest::newRow("the rebuild's empty page, typed by the application, is used")
+            << PreviewPage::emptyPageUrl() << typed << true << QUrl();
+        QTest::newRow("the same empty page from a link is refused")
+            << PreviewPage::emptyPageUrl() << link << false << QUrl();
+        // The URL parser reads schemes case-insensitively, as the engine does, so a link
+        // written "HTTP://" reaches the policy as "http"; the policy's own test of an upper-case
+        // scheme is in the navigation policy suite.
+        QTest::newRow("HTTP:// link is read as http and handed on")
+            << QUrl("HTTP://example.invalid/upper") << link << false
+            << QUrl("http://example.invalid/upper");
+    }
+    void decisionOfThePage()
+    {
+        QFETCH(QUrl, url);
+        QFETCH(int, type);
+        QFETCH(bool, accepted);
+        QFETCH(QUrl, handedOn);
+        struct OpenPage : PreviewPage
+        {
+            using PreviewPage::acceptNavigationRequest;
+            using PreviewPage::PreviewPage;
+        };
+        OpenPage page(m_preview->controller->profile());
+        QSignalSpy refused(&page, &PreviewPage::navigationRefused);
+        QCOMPARE(page.acceptNavigationRequest(url, QWebEnginePage::NavigationType(type), true),
+                 accepted);
+        QCOMPARE(refused.count(), accepted ? 0 : 1);
+        QCOMPARE(m_recorder->urls, handedOn.isEmpty() ? QList<QUrl>() : QList<QUrl>{handedOn});
+    }
+
     void linkClick_data()
     {
         QTest::addColumn<QString>("link");
