@@ -13,8 +13,8 @@
 Q_LOGGING_CATEGORY(lcPreview, "img.preview", QtWarningMsg)
 
 namespace {
-// The pause before the main page loads; it gives the files written by the last save time to
-// settle and is kept on purpose, though it blocks the main thread.
+// The deliberate pause before the main page loads. It blocks the main thread that long and is a
+// known part of every rebuild's cost.
 constexpr unsigned long mainPagePauseMs = 100;
 } // namespace
 
@@ -25,11 +25,12 @@ PreviewController::PreviewController(QWebEngineView *view, QObject *parent)
     , m_profile(new QWebEngineProfile(this))
 {
     // Every load ignores cached data: the page and "config.js" change between loads under the
-    // same URLs, so nothing may be answered from a cache.
+    // same URLs, so nothing may be answered from a cache. A profile without an HTTP cache does
+    // that for every load; the forced reload after each load also bypasses the page's own.
     m_profile->setHttpCacheType(QWebEngineProfile::NoCache);
     m_page = new PreviewPage(m_profile, this);
     // The plugin's image may be a web link; the workspace page must be allowed to show it.
-    // Navigations still never leave the workspace (see PreviewPage).
+    // Navigations away from the page are still decided by PreviewPage.
     m_page->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     connect(m_page, &QWebEnginePage::loadingChanged, this, &PreviewController::onLoadingChanged);
     if (m_view)

@@ -65,7 +65,7 @@ class UrlRecorder : public QObject
 {
     Q_OBJECT
 public:
-    static constexpr const char *schemes[] = {"http", "https", "mailto", "ftp", "HTTP"};
+    static constexpr const char *schemes[] = {"http", "https", "mailto", "ftp"};
 
     UrlRecorder()
     {
