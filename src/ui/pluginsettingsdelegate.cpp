@@ -206,7 +206,8 @@ bool PluginSettingsDelegate::awakeFromNib()
     connect(repeatTimer, &QTimer::timeout, this, &PluginSettingsDelegate::timerRepeat);
     repeatTimer->start();
 
-    isChange = true;
+    // The preview's page and navigation policy belong here, before the first tick.
+    isChange = true; // the first tick loads the preview
     saveInitialSettings();
     if (!_workSpace.isEmpty() &&
         QFileInfo::exists(QDir(_workSpace).filePath(QStringLiteral("settings.dat"))) &&
@@ -562,7 +563,7 @@ void PluginSettingsDelegate::timerRepeat()
 
 void PluginSettingsDelegate::refreshPreview()
 {
-    // The one place where the preview is rebuilt.
+    // The one place where the preview is rebuilt: at most once per timer tick.
     if (iWebView && !_workSpace.isEmpty())
         iWebView->setUrl(
             QUrl::fromLocalFile(QDir(_workSpace).filePath(QStringLiteral("index.html"))));
