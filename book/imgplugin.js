@@ -28,8 +28,9 @@
  *       used as it is; a file name is taken under options.filesBase ("files/plugin" in the book,
  *       "" in the preview) unless it already starts with it. Settings that are missing or
  *       unreadable leave that property alone; an empty src hides the image.
- *       The first call creates an <img> and appends it to pageElement (made a positioned
- *       element if it is not one); later calls for the same page update that <img>.
+ *       The first call creates an <img> and appends it to pageElement (given position:
+ *       relative when it is not positioned, by its computed style where the document has
+ *       one); later calls for the same page update that <img>.
  *       options: { filesBase: string, document: Document } (both optional; the document
  *       defaults to pageElement.ownerDocument, then the global document). Only
  *       document.createElement, element.style, setAttribute and appendChild are used.
@@ -240,6 +241,17 @@
     return base + '/' + src.replace(/^(\.\/)+/, '');
   }
 
+  // The page's CSS position as laid out (its style sheet included) where the document can tell.
+  function positionOf(element, doc) {
+    var view = doc.defaultView;
+    if (view && typeof view.getComputedStyle === 'function') {
+      var computed = view.getComputedStyle(element);
+      if (computed && computed.position) return computed.position;
+    }
+    var inline = element.style ? element.style.position : '';
+    return inline || 'static';
+  }
+
   var placed = typeof WeakMap === 'function' ? new WeakMap() : null;
 
   function placeImage(pageElement, settings, options) {
@@ -259,10 +271,7 @@
       pageElement.appendChild(image);
       if (placed) placed.set(pageElement, image); else pageElement.imgPluginImage = image;
       // Percentages are of the page only when the page is the positioned ancestor.
-      if (pageElement.style && (!pageElement.style.position ||
-                                pageElement.style.position === 'static')) {
-        pageElement.style.position = 'relative';
-      }
+      if (positionOf(pageElement, doc) === 'static') pageElement.style.position = 'relative';
     }
 
     var frame = frameOf(settings);

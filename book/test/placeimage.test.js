@@ -37,6 +37,13 @@ test('places the image by percent, opacity and layer', () => {
   assert.equal(element.style.position, 'relative');
 });
 
+test('a page positioned by its style sheet keeps its position', () => {
+  const { doc, element } = page();
+  doc.defaultView = { getComputedStyle: (e) => (e === element ? { position: 'absolute' } : {}) };
+  ImgPlugin.placeImage(element, settingsWith({}));
+  assert.equal(element.style.position, undefined);
+});
+
 test('a second call updates the same image', () => {
   const { doc, element } = page();
   const first = ImgPlugin.placeImage(element, settingsWith({}));

@@ -158,6 +158,17 @@ test('config and publish say why nothing was written', { skip: noTool }, (t) => 
   assert.ok(!fs.existsSync(path.join(dir, 'bookPlugin.js')));
 });
 
+test('config and publish fail when the script cannot be written', { skip: noTool }, (t) => {
+  const dir = workspace(t, 'x', false);
+  fs.mkdirSync(path.join(dir, 'config.js'));
+  fs.mkdirSync(path.join(dir, 'bookPlugin.js'));
+  for (const command of ['config', 'publish']) {
+    const result = runTool([command, '--workspace', dir]);
+    assert.equal(result.status, 1);
+    assert.match(result.stderr, /cannot write/);
+  }
+});
+
 test('unscramble of text that is not scrambled fails', { skip: noTool }, () => {
   const result = runTool(['unscramble'], 'var config={};');
   assert.equal(result.status, 1);

@@ -1,5 +1,6 @@
 #include "xmljson.h"
 
+#include "numbertext.h"
 #include "pluginsettingsinfo.h"
 #include "xmlhelpers.h"
 
@@ -46,21 +47,6 @@ const QLatin1String kUnicodeMarker("${Unicode}");
 bool startsWithAt(QStringView text, qsizetype at, QLatin1String what)
 {
     return text.size() - at >= what.size() && text.mid(at, what.size()) == what;
-}
-
-// True when the text starts, after blanks and a sign, with digits that are not all zero.
-bool leadingIntegerIsNonZero(QStringView text)
-{
-    qsizetype i = 0;
-    while (i < text.size() && (text[i] == u' ' || text[i] == u'\t' || text[i] == u'\n'))
-        ++i;
-    if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
-        ++i;
-    for (; i < text.size() && text[i].isDigit(); ++i) {
-        if (text[i] != u'0')
-            return true;
-    }
-    return false;
 }
 
 // The text of an element; the common single text child is shared, not copied.
@@ -110,7 +96,7 @@ void appendBool(QString &out, QStringView value)
     if (lower == QLatin1String("true") || lower == QLatin1String("false"))
         out += lower;
     else
-        out += leadingIntegerIsNonZero(lower) ? QLatin1String("true") : QLatin1String("false");
+        out += NumberText::intValue(lower) != 0 ? QLatin1String("true") : QLatin1String("false");
 }
 
 // An empty value names no file: joined to the workspace it would name the workspace itself.
@@ -141,29 +127,10 @@ void appendFile(QString &out, QStringView value, const QString &relatePath,
     out += u'"';
 }
 
-void appendMember(QString &out, QStringView name, int code, QStringView value,
-                  const QString &relatePath, const QString &workSpace);
-
-// Writes a typed value member; false when the element is not a value.
-bool appendValue(QString &out, const QDomElement &element, const QString &relatePath,
-                 const QString &workSpace)
+// The value of a typed setting, after its key.
+void appendTypedValue(QString &out, int code, QStringView value, const QString &relatePath,
+                      const QString &workSpace)
 {
-    static const QString typeName = QStringLiteral("type");
-    const QDomAttr type = QDomElement(element).attributeNode(typeName); // a handle, not a copy
-    if (type.isNull())
-        return false;
-    const int code = propertyTypeFromString(type.value());
-    if (code == PropertyNone)
-        return false;
-    appendMember(out, element.tagName(), code, stringValue(element), relatePath, workSpace);
-    return true;
-}
-
-// One "key":value member of a typed value.
-void appendMember(QString &out, QStringView name, int code, QStringView value,
-                  const QString &relatePath, const QString &workSpace)
-{
-    appendKey(out, name);
     switch (code) {
     case PropertyText:
         out += u'"';
@@ -187,6 +154,22 @@ void appendMember(QString &out, QStringView name, int code, QStringView value,
             appendFile(out, value, relatePath, workSpace);
         break;
     }
+}
+
+// Writes a typed value member; false when the element is not a value.
+bool appendValue(QString &out, const QDomElement &element, const QString &relatePath,
+                 const QString &workSpace)
+{
+    static const QString typeName = QStringLiteral("type");
+    const QDomAttr type = QDomElement(element).attributeNode(typeName); // a handle, not a copy
+    if (type.isNull())
+        return false;
+    const int code = propertyTypeFromString(type.value());
+    if (code == PropertyNone)
+        return false;
+    appendKey(out, element.tagName());
+    appendTypedValue(out, code, stringValue(element), relatePath, workSpace);
+    return true;
 }
 
 struct Frame
@@ -238,7 +221,6 @@ struct StreamFrame
     bool isList = false;
     qsizetype brace = 0;     // of a keyed object
     int code = PropertyNone; // of a value
-    QString name;            // of a value
 };
 
 enum class StreamResult { Done, Malformed, NeedsTree };
@@ -257,8 +239,8 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
             const QStringView name = reader.name();
             if (!stack.empty()) {
                 StreamFrame &parent = stack.back();
-                // Elements inside a value, and lists of values, are rare shapes the tree
-                // handles; the one pass leaves them to it.
+                // An element inside a typed one (its text joins the value, or an "item" makes
+                // it a list) is a rare shape the one pass leaves to the tree.
                 if (parent.kind == StreamFrame::Value)
                     return StreamResult::NeedsTree;
                 if (parent.hasMembers)
@@ -283,9 +265,10 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
             if (code != PropertyNone) {
                 StreamFrame frame(StreamFrame::Value);
                 frame.code = code;
-                frame.name = name.toString();
+                // The key goes out at once; the value follows at the element's end.
+                appendKey(out, name);
                 stack.push_back(std::move(frame));
-                value.clear();
+                value.resize(0); // keeps the buffer for the next value
                 break;
             }
             appendKey(out, name);
@@ -298,7 +281,7 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
         case QXmlStreamReader::EndElement: {
             const StreamFrame &frame = stack.back();
             if (frame.kind == StreamFrame::Value)
-                appendMember(out, frame.name, frame.code, value, relatePath, workSpace);
+                appendTypedValue(out, frame.code, value, relatePath, workSpace);
             else
                 out += frame.isList ? u']' : u'}';
             stack.pop_back();

@@ -299,6 +299,23 @@ private slots:
         QVERIFY(QFileInfo(path("bookPlugin.js")).isDir());
     }
 
+    void hugeDescriptionGivesBothScripts()
+    {
+        QVERIFY(writeFile(path("settings.dat"), "10.0\n20.0\n30.0\n15.0\n25.0\n2"));
+        QByteArray xml("<info><properties><extended><rows>");
+        for (int k = 0; k < 50000; ++k)
+            xml += "<item><t type=\"text\">r\u00e9 " + QByteArray::number(k) + "</t></item>";
+        xml += "</rows></extended></properties></info>";
+        QVERIFY(writeFile(path("img.xml"), xml));
+        generate(QString());
+        generate(QStringLiteral("files/plugin"));
+        const QByteArray script = config().mid(kBom.size());
+        QVERIFY(script.startsWith("var config={\"properties\":{\"extended\":{\"rows\":[{\"t\":"));
+        QVERIFY(script.endsWith("{\"t\":\"r\u00e9 49999\"}]}}};"));
+        QCOMPARE(book(), QStringLiteral("var bookPlugin=") +
+                             QString::fromUtf8(script.mid(int(qstrlen("var config=")))));
+    }
+
     void existingScriptsAreReplaced()
     {
         QVERIFY(writeFile(path("settings.dat"), "10.0\n20.0\n30.0\n15.0\n25.0\n2"));
