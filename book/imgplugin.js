@@ -1,7 +1,7 @@
 /*
  * imgplugin.js: the image plugin's loader, shared by the published book and the preview page.
  * No dependencies. In a page, load it with a plain <script src="imgplugin.js"></script>; it
- * defines the global ImgPlugin. In Node, require() it: module.exports is the same object.
+ * defines the global ImgPlugin. In Node, load it with require: module.exports is that object.
  *
  * The book's "bookPlugin.js" holds the settings script scrambled: two letters per UTF-8 byte of
  * the script (the letters of byte p come from the (p mod 3)-th sixteen of "A".."v"), then an

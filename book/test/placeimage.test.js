@@ -133,3 +133,9 @@ test('in a page the script defines the global ImgPlugin', () => {
   assert.equal(typeof context.ImgPlugin.readSettings, 'function');
   assert.equal(typeof context.ImgPlugin.placeImage, 'function');
 });
+
+test('the loader needs nothing but itself', () => {
+  const fs = require('node:fs');
+  const source = fs.readFileSync(require.resolve('../imgplugin.js'), 'utf8');
+  assert.doesNotMatch(source, /\brequire\s*\(|\bimport\s*[({'"\w]/);
+});

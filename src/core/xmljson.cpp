@@ -230,13 +230,15 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
 {
     static const QString typeName = QStringLiteral("type");
     QXmlStreamReader reader(xml);
+    // Names are read as written, prefix and all, as the tree reads them.
+    reader.setNamespaceProcessing(false);
     std::vector<StreamFrame> stack;
     QString value;
     bool rootSeen = false;
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
         case QXmlStreamReader::StartElement: {
-            const QStringView name = reader.name();
+            const QStringView name = reader.qualifiedName();
             if (!stack.empty()) {
                 StreamFrame &parent = stack.back();
                 // An element inside a typed one (its text joins the value, or an "item" makes

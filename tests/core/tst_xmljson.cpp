@@ -8,6 +8,7 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
+#include <iterator>
 
 namespace {
 
@@ -66,7 +67,7 @@ QString escapeByReplacements(QString text, char quote)
 // A random description made of the shapes the conversion tells apart.
 void randomElement(QByteArray &xml, QRandomGenerator &random, int depth)
 {
-    static const char *const names[] = {"info", "item", "a", "b", "pages"};
+    static const char *const names[] = {"info", "item", "a", "b", "pages", "x:item", "x:c"};
     static const char *const types[] = {"", "text", "number", "bool", "color", "file", "Text"};
     static const char *const texts[] = {" ",
                                         "x",
@@ -84,9 +85,10 @@ void randomElement(QByteArray &xml, QRandomGenerator &random, int depth)
                                         "é",
                                         "&#160;",
                                         "\r\n",
-                                        "a\\b"};
-    const QByteArray name = names[random.bounded(5)];
-    const char *type = types[random.bounded(7)];
+                                        "a\\b",
+                                        "<?p q?>"};
+    const QByteArray name = names[random.bounded(int(std::size(names)))];
+    const char *type = types[random.bounded(int(std::size(types)))];
     xml += '<' + name;
     if (*type)
         xml += QByteArray(" type=\"") + type + '"';
@@ -96,7 +98,7 @@ void randomElement(QByteArray &xml, QRandomGenerator &random, int depth)
         if (depth < 5 && random.bounded(3) > 0)
             randomElement(xml, random, depth + 1);
         else
-            xml += texts[random.bounded(16)];
+            xml += texts[random.bounded(int(std::size(texts)))];
     }
     xml += "</" + name + '>';
 }
@@ -262,6 +264,9 @@ private slots:
         QTest::newRow("keys are never escaped")
             << QByteArray("<info><k.\u00e9 type=\"number\">1</k.\u00e9></info>")
             << QStringLiteral("{\"k.\u00e9\":1}");
+        QTest::newRow("prefixed names are kept as written")
+            << QByteArray("<info xmlns:x=\"urn:x\"><x:a type=\"number\">1</x:a><u:b/></info>")
+            << "{\"x:a\":1,\"u:b\":{}}";
         QTest::newRow("description without info is a keyed object")
             << QByteArray("<settings><opacity type=\"number\">1</opacity></settings>")
             << "\"settings\":{\"opacity\":1}";
@@ -466,7 +471,7 @@ private slots:
         QRandomGenerator random(1121);
         PluginSettingsInfo info;
         info.setWorkSpace(m_workspace.path());
-        for (int round = 0; round < 3000; ++round) {
+        for (int round = 0; round < 4000; ++round) {
             QByteArray xml;
             randomElement(xml, random, 0);
             for (const QString &relatePath : {QString(), QStringLiteral("files/plugin")}) {
