@@ -7,6 +7,7 @@
 #include "pluginsettingsinfo.h"
 #include "positionfile.h"
 #include "positionview.h"
+#include "previewcontroller.h"
 #include "privateview.h"
 #include "settingsbackup.h"
 #include "settingsdialog.h"
@@ -206,7 +207,14 @@ bool PluginSettingsDelegate::awakeFromNib()
     connect(repeatTimer, &QTimer::timeout, this, &PluginSettingsDelegate::timerRepeat);
     repeatTimer->start();
 
-    // The preview's page and navigation policy belong here, before the first tick.
+    // The preview decides the web view's navigations and loads; links are left to the preview
+    // itself only when the private view says so.
+    if (iWebView) {
+        m_preview = new PreviewController(iWebView, this);
+        m_preview->setIgnoreOpenURL(
+            [this] { return m_privateView && m_privateView->ignoreOpenURL(); });
+    }
+
     isChange = true; // the first tick loads the preview
     saveInitialSettings();
     if (!_workSpace.isEmpty() &&
@@ -563,8 +571,8 @@ void PluginSettingsDelegate::timerRepeat()
 
 void PluginSettingsDelegate::refreshPreview()
 {
-    // The one place where the preview is rebuilt: at most once per timer tick.
-    if (iWebView && !_workSpace.isEmpty())
-        iWebView->setUrl(
-            QUrl::fromLocalFile(QDir(_workSpace).filePath(QStringLiteral("index.html"))));
+    if (!m_preview)
+        return;
+    m_preview->setWorkSpace(_workSpace);
+    m_preview->refreshPreview();
 }

@@ -12,6 +12,7 @@
 #include <memory>
 
 class PositionView;
+class PreviewController;
 class PrivateView;
 class QButtonGroup;
 class QDialog;
@@ -70,6 +71,8 @@ public:
     void setPositionView(PositionView *view);
     PrivateView *privateView() const;
     QWebEngineView *webView() const;
+    // The live preview on webView(), once the window is loaded (null without a web view).
+    PreviewController *previewController() const { return m_preview; }
 
     // The position shown in the fields and on the canvas: the canvas's own record once the
     // settings have been loaded.
@@ -153,7 +156,8 @@ private:
     PositionRect *ptRect = &m_initialRect;
     QString _backupSettingPath;
     bool isOKCancelButton = false;
-    bool _isNeedReload = false;
+    // The preview on iWebView: its page, navigation policy and the pending forced reload.
+    PreviewController *m_preview = nullptr; // a child of this controller
 
     QString m_windowDescriptionPath;
     std::unique_ptr<SettingsDialog> m_window;
