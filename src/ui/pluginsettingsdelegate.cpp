@@ -27,7 +27,6 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QTimer>
-#include <QUrl>
 #include <QWebEngineView>
 
 #include <cstdio>
