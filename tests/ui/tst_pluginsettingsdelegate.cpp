@@ -42,6 +42,8 @@ private slots:
     void timerTicksInsideAModalRun();
     void destroyingAnOpenWindowIsSafe();
     void brokenWindowDescriptionGivesNoWindow();
+    void layerLineIsReadAsAnInteger();
+    void saveReplacesAnEditedPreviewPage();
     void missingPrivateViewDescriptionStillCloses();
     void vanishedWorkspaceWritesNothingAndCancelRestores();
 
@@ -267,6 +269,38 @@ void TestPluginSettingsDelegate::destroyingAnOpenWindowIsSafe()
     window->show();
     delegate.reset();
     QVERIFY(window.isNull());
+}
+
+void TestPluginSettingsDelegate::layerLineIsReadAsAnInteger()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("layer-line"));
+    QVERIFY(delegate->window());
+    const QString file = m_tmp.filePath("layer-line.dat");
+    writeFile(file, "1.0\n2.0\n3.0\n4.0\n5.0\n2.9");
+    delegate->loadSettingFromFile(file);
+    QCOMPARE(delegate->position().layer(), 2);
+    writeFile(file, "1.0\n2.0\n3.0\n4.0\n5.0\n0");
+    delegate->loadSettingFromFile(file);
+    QCOMPARE(delegate->position().layer(), 0);
+    QVERIFY(delegate->window()->findChild<QAbstractButton *>("radLayerBelow")->isChecked());
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::saveReplacesAnEditedPreviewPage()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("edited-page");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    writeFile(ws + "/index.html", "<p>edited locally</p>");
+    delegate->saveGlobalSettings();
+    QCOMPARE(readFile(ws + "/index.html"),
+             readFile(bundle() + "/Contents/Resources/html/index.html"));
+    QVERIFY(readFile(ws + "/config.js").startsWith("\xEF\xBB\xBFvar config="));
+    delegate->onCancel();
 }
 
 void TestPluginSettingsDelegate::brokenWindowDescriptionGivesNoWindow()
