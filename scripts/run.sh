@@ -24,4 +24,6 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec "${host[@]}"
 fi
 echo "No display: running the host under Xvfb and taking a screenshot of the window."
+# Xvfb has no GPU; the web engine's software compositor draws the preview there.
+export QTWEBENGINE_CHROMIUM_FLAGS="${QTWEBENGINE_CHROMIUM_FLAGS:---disable-gpu}"
 exec xvfb-run -a -s "-screen 0 1600x1200x24" "${host[@]}" --screenshot "$PWD/build/settings-window.png"

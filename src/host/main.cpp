@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QTextStream>
 #include <QTimer>
+#include <QWindow>
 
 #include <cstdio>
 #include <memory>
@@ -28,6 +29,7 @@ struct Options
     bool modal = true;
     QString screenshot;
     int screenshotDelay = 2500;
+    bool quitWhenShown = false;
 };
 
 Options parseOptions(const QCoreApplication &app)
@@ -61,7 +63,11 @@ Options parseOptions(const QCoreApplication &app)
         QStringLiteral("screenshot-delay"),
         QStringLiteral("Milliseconds to wait before the picture (default 2500)."),
         QStringLiteral("ms"), QStringLiteral("2500"));
-    parser.addOptions({language, bundle, workspace, modeless, screenshot, delay});
+    const QCommandLineOption quitWhenShown(
+        QStringLiteral("quit-when-shown"),
+        QStringLiteral("Print \"window shown\" once the window is on screen with its settings "
+                       "loaded, then close it with Cancel (for start-up measurements)."));
+    parser.addOptions({language, bundle, workspace, modeless, screenshot, delay, quitWhenShown});
     parser.process(app);
 
     Options options;
@@ -73,6 +79,7 @@ Options parseOptions(const QCoreApplication &app)
     if (parser.isSet(screenshot))
         options.screenshot = QDir::current().absoluteFilePath(parser.value(screenshot));
     options.screenshotDelay = parser.value(delay).toInt();
+    options.quitWhenShown = parser.isSet(quitWhenShown);
     return options;
 }
 
@@ -100,6 +107,28 @@ void scheduleScreenshot(QDialog *window, const QString &file, int delayMs)
         else
             window->done(0);
     });
+}
+
+// Reports the moment the window is first exposed, gives an observer a moment to look at the
+// process, then presses Cancel.
+void scheduleQuitWhenShown(QDialog *window)
+{
+    auto *poll = new QTimer(window);
+    poll->setInterval(1);
+    QObject::connect(poll, &QTimer::timeout, window, [window, poll] {
+        if (!window->windowHandle() || !window->windowHandle()->isExposed())
+            return;
+        poll->stop();
+        std::fputs("window shown\n", stdout);
+        std::fflush(stdout);
+        QTimer::singleShot(300, window, [window] {
+            if (auto *cancel = window->findChild<QAbstractButton *>(QStringLiteral("btnCancel")))
+                cancel->click();
+            else
+                window->done(0);
+        });
+    });
+    poll->start();
 }
 
 void printOutcome(const ImgSettingsController &settings)
@@ -152,6 +181,8 @@ int main(int argc, char *argv[])
     }
     if (!options.screenshot.isEmpty())
         scheduleScreenshot(window, options.screenshot, options.screenshotDelay);
+    if (options.quitWhenShown)
+        scheduleQuitWhenShown(window);
 
     if (options.modal) {
         const int code = window->exec();

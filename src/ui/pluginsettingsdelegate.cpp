@@ -27,7 +27,6 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QTimer>
-#include <QUrl>
 #include <QWebEngineView>
 
 #include <cstdio>
@@ -215,7 +214,7 @@ bool PluginSettingsDelegate::awakeFromNib()
             [this] { return m_privateView && m_privateView->ignoreOpenURL(); });
     }
 
-    isChange = true;
+    isChange = true; // the first tick loads the preview
     saveInitialSettings();
     if (!_workSpace.isEmpty() &&
         QFileInfo::exists(QDir(_workSpace).filePath(QStringLiteral("settings.dat"))) &&

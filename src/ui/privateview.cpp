@@ -347,8 +347,12 @@ bool PrivateView::saveFile2Workspace(const QString &path)
 {
     if (path.contains(m_workSpace))
         return true;
+    const QString name = QFileInfo(path).fileName();
+    // A path without a file name would make the workspace (or its parent) the destination.
+    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
+        return false;
     const QDir workspace(m_workSpace);
-    const QString dest = workspace.filePath(QFileInfo(path).fileName());
+    const QString dest = workspace.filePath(name);
     const QString fallback = workspace.filePath(timeStampName());
     const bool occupied = QFileInfo::exists(dest) || QFileInfo(dest).isSymLink();
     const bool keptOld = occupied && QDir().rename(dest, fallback);

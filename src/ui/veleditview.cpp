@@ -71,14 +71,22 @@ VelEditView::VelEditView(const QRectF &frame, QWidget *parent)
 
 void VelEditView::setFrame(const QRectF &frame)
 {
+    // The canvas sets the frame on every paint; repainting only on a real change keeps that from
+    // scheduling another paint of the canvas beneath, and so on without end.
+    const bool changed = frame != m_frame;
     m_frame = frame;
     placeWidget();
+    if (changed)
+        update();
     refreshArea(m_frame, trackBoxSize);
 }
 
 void VelEditView::refreshArea(const QRectF &frame, qreal boxSize)
 {
-    m_areas = hitAreas(frame.size(), boxSize);
+    const HitAreas areas = hitAreas(frame.size(), boxSize);
+    if (areas == m_areas)
+        return;
+    m_areas = areas;
     update();
 }
 

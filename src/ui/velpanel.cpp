@@ -185,6 +185,18 @@ QFileDialog *VelPanel::createDialog()
     return dialog;
 }
 
+void VelPanel::showDialog(QFileDialog *dialog)
+{
+    m_dialog = dialog;
+    connect(dialog, &QFileDialog::finished, this, &VelPanel::panelDidEnd);
+    // A dialog that goes with its window before it ends takes the panel with it.
+    connect(dialog, &QObject::destroyed, this, [this] {
+        if (!m_ended)
+            deleteLater();
+    });
+    dialog->open();
+}
+
 void VelPanel::startOpenPanel()
 {
     QFileDialog *dialog = createDialog();
@@ -192,9 +204,7 @@ void VelPanel::startOpenPanel()
     // Files can always be chosen, whatever canChooseFiles says.
     dialog->setFileMode(m_allowsMultipleSelection ? QFileDialog::ExistingFiles
                                                   : QFileDialog::ExistingFile);
-    m_dialog = dialog;
-    connect(dialog, &QFileDialog::finished, this, &VelPanel::panelDidEnd);
-    dialog->open();
+    showDialog(dialog);
 }
 
 void VelPanel::startSavePanel()
@@ -204,9 +214,7 @@ void VelPanel::startSavePanel()
     dialog->setFileMode(QFileDialog::AnyFile);
     if (!m_allowsOtherFileTypes && !m_panelTypes.isEmpty())
         dialog->setDefaultSuffix(m_panelTypes.first());
-    m_dialog = dialog;
-    connect(dialog, &QFileDialog::finished, this, &VelPanel::panelDidEnd);
-    dialog->open();
+    showDialog(dialog);
 }
 
 QByteArray VelPanel::endMethodSignature() const
@@ -229,6 +237,7 @@ void VelPanel::panelDidEnd(int result)
 {
     QFileDialog *dialog = m_dialog;
     m_dialog = nullptr;
+    m_ended = true;
     if (dialog)
         dialog->deleteLater();
     if (result != QDialog::Accepted || !m_ower || !dialog) {

@@ -91,6 +91,7 @@ public slots:
 
 private:
     QFileDialog *createDialog();
+    void showDialog(QFileDialog *dialog);
     void panelDidEnd(int result);
     // The owner's method that receives the confirmation, by signature; empty when none.
     QByteArray endMethodSignature() const;
@@ -111,4 +112,5 @@ private:
     QByteArray m_endPanelSelector;
     QList<QUrl> m_urls;
     QPointer<QFileDialog> m_dialog;
+    bool m_ended = false;
 };

@@ -16,6 +16,7 @@ private slots:
     void initTestCase() { TestEnv::isolate(); }
     void screenshotRunPrintsTheStopCode_data();
     void screenshotRunPrintsTheStopCode();
+    void quitWhenShownReportsTheWindow();
     void missingBundleIsReported();
 
 private:
@@ -59,6 +60,16 @@ void TestImgHost::screenshotRunPrintsTheStopCode()
     QVERIFY(!image.isNull());
     QVERIFY(image.width() > 400 && image.height() > 300);
     QVERIFY(QFileInfo::exists(ws + "/img.xml")); // the window filled the workspace it was given
+}
+
+void TestImgHost::quitWhenShownReportsTheWindow()
+{
+    QTemporaryDir tmp;
+    QProcess *host = run({"--workspace", tmp.filePath("ws"), "--quit-when-shown"}, this);
+    QVERIFY(host->waitForFinished(120000));
+    QCOMPARE(host->exitCode(), 0);
+    QCOMPARE(host->readAllStandardOutput(),
+             QByteArray("window shown\nstop code: 0\ncloseMode: 0\nisCloseBundle: true\n"));
 }
 
 void TestImgHost::missingBundleIsReported()

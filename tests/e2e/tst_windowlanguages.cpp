@@ -148,6 +148,9 @@ void TestWindowLanguages::textsAreTranslatedAndFit()
     QVERIFY(QTest::qWaitForWindowExposed(window));
 
     QCOMPARE(window->findChild<QAbstractButton *>("btnCancel")->text(), cancel);
+    // The strings table of the first language a process looks up is kept for the process: the
+    // English row runs first, so every later window keeps the English title.
+    QCOMPARE(window->windowTitle(), QStringLiteral("Plugin Settings - Image Plugin"));
     QCOMPARE(window->findChild<QGroupBox *>("grpPosition")->title(), position);
     QCOMPARE(window->findChild<QAbstractButton *>("radLayerAbove")->text(), above);
 

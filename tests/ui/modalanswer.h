@@ -25,7 +25,8 @@ inline void next(std::function<void(QWidget *)> answer, int timeoutMs = 5000)
         QWidget *modal = QApplication::activeModalWidget();
         if (modal && modal->isVisible()) {
             answer(modal);
-            *poll = nullptr; // break the cycle
+            // Break the cycle once this call has returned: the running closure lives in poll.
+            QTimer::singleShot(0, [poll] { *poll = nullptr; });
             // A dialog that the answer did not close is closed later, so that the test fails
             // instead of hanging in the modal loop.
             QPointer<QDialog> dialog = qobject_cast<QDialog *>(modal);
@@ -36,7 +37,7 @@ inline void next(std::function<void(QWidget *)> answer, int timeoutMs = 5000)
             return;
         }
         if (clock->elapsed() > timeoutMs) {
-            *poll = nullptr;
+            QTimer::singleShot(0, [poll] { *poll = nullptr; });
             return;
         }
         QTimer::singleShot(10, [poll] {

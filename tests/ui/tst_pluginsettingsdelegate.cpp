@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QProcess>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -40,9 +41,23 @@ private slots:
     void timerTickConsumesTheChange();
     void timerTicksInsideAModalRun();
     void destroyingAnOpenWindowIsSafe();
+    void brokenWindowDescriptionGivesNoWindow();
+    void layerLineIsReadAsAnInteger();
+    void saveReplacesAnEditedPreviewPage();
+    void missingPrivateViewDescriptionStillCloses();
+    void vanishedWorkspaceWritesNothingAndCancelRestores();
 
 private:
     static QString bundle() { return QStringLiteral(IMG_BUNDLE_DIR); }
+    // A copy of the bundle's resources that a test may break.
+    QString copyOfBundle(const QString &name)
+    {
+        const QString copy = m_tmp.filePath(name);
+        QDir().mkpath(copy);
+        if (QProcess::execute("cp", {"-R", bundle() + "/Contents", copy}) != 0)
+            return QString();
+        return copy;
+    }
     QTemporaryDir m_tmp;
 };
 
@@ -254,6 +269,96 @@ void TestPluginSettingsDelegate::destroyingAnOpenWindowIsSafe()
     window->show();
     delegate.reset();
     QVERIFY(window.isNull());
+}
+
+void TestPluginSettingsDelegate::layerLineIsReadAsAnInteger()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("layer-line"));
+    QVERIFY(delegate->window());
+    const QString file = m_tmp.filePath("layer-line.dat");
+    writeFile(file, "1.0\n2.0\n3.0\n4.0\n5.0\n2.9");
+    delegate->loadSettingFromFile(file);
+    QCOMPARE(delegate->position().layer(), 2);
+    writeFile(file, "1.0\n2.0\n3.0\n4.0\n5.0\n0");
+    delegate->loadSettingFromFile(file);
+    QCOMPARE(delegate->position().layer(), 0);
+    QVERIFY(delegate->window()->findChild<QAbstractButton *>("radLayerBelow")->isChecked());
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::saveReplacesAnEditedPreviewPage()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("edited-page");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    writeFile(ws + "/index.html", "<p>edited locally</p>");
+    delegate->saveGlobalSettings();
+    QCOMPARE(readFile(ws + "/index.html"),
+             readFile(bundle() + "/Contents/Resources/html/index.html"));
+    QVERIFY(readFile(ws + "/config.js").startsWith("\xEF\xBB\xBFvar config="));
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::brokenWindowDescriptionGivesNoWindow()
+{
+    const QString copy = copyOfBundle("broken-ui.bundle");
+    QVERIFY(!copy.isEmpty());
+    for (const char *lang : {"en", "de", "fr", "ja", "zh_CN"})
+        writeFile(copy + "/Contents/Resources/" + QLatin1String(lang) +
+                      ".lproj/PluginSettingsDelegate.ui",
+                  "<ui><widget class=");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), copy);
+    QVERIFY(delegate); // the description exists; only loading it fails
+    delegate->setWorkSpace(m_tmp.filePath("broken-ui"));
+    QVERIFY(!delegate->window());
+    QVERIFY(!delegate->window()); // asked again: still none, and no crash
+}
+
+void TestPluginSettingsDelegate::missingPrivateViewDescriptionStillCloses()
+{
+    const QString copy = copyOfBundle("no-private-view.bundle");
+    QVERIFY(!copy.isEmpty());
+    for (const char *lang : {"en", "de", "fr", "ja", "zh_CN"})
+        QFile::remove(copy + "/Contents/Resources/" + QLatin1String(lang) +
+                      ".lproj/PrivateView.ui");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), copy);
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("no-private-view");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    QVERIFY(!delegate->privateView());
+    QVERIFY(delegate->positionView());
+    // Nothing filled the workspace (the private view does that), so the position is all zeros
+    // and nothing is written anywhere; the window still closes normally.
+    QCOMPARE(delegate->window()->findChild<QLineEdit *>("txtLeft")->text(), QStringLiteral("0.0"));
+    delegate->onOK();
+    QCOMPARE(delegate->closeMode(), 1);
+    QCOMPARE(delegate->isCloseBundle(), true);
+    QVERIFY(!QFileInfo::exists(ws));
+}
+
+void TestPluginSettingsDelegate::vanishedWorkspaceWritesNothingAndCancelRestores()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("vanishing");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    const TreeSnapshot::Tree opening = TreeSnapshot::take(ws);
+    QVERIFY(!opening.isEmpty());
+    QVERIFY(QDir(ws).removeRecursively());
+    auto *left = delegate->window()->findChild<QLineEdit *>("txtLeft");
+    left->setFocus();
+    left->selectAll();
+    QTest::keyClicks(left, "44");
+    QCOMPARE(delegate->position().left(), 44.0f);
+    QVERIFY(!QFileInfo::exists(ws));
+    delegate->onCancel();
+    QCOMPARE(TreeSnapshot::take(ws), opening);
 }
 
 int main(int argc, char *argv[])

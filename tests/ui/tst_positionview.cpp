@@ -73,6 +73,17 @@ PositionRect margins(float left, float top, float right, float bottom, float tra
     return r;
 }
 
+struct PaintCounter : QObject
+{
+    int paints = 0;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+};
+
 QImage renderCanvas(PositionView *canvas)
 {
     QImage image(canvas->size(), QImage::Format_ARGB32);
@@ -129,6 +140,7 @@ private slots:
     void emptyRectangleLeavesTheBoxWhereItWas();
     void resizeKeepsTheBoxOnThePage();
     void hiddenBoxIsDrawnAsARedRectangle();
+    void settledCanvasStopsRepainting();
     void colourDefaultsFollowThePalette();
 
     void renderingOfPageBoxAndHandles();
@@ -257,6 +269,29 @@ void TestPositionView::hiddenBoxIsDrawnAsARedRectangle()
     QVERIFY2(qRed(image.pixel(20, 50)) < 200 && qGreen(image.pixel(20, 50)) == 0,
              qPrintable(describe(image.pixel(20, 50))));
     QVERIFY(near(image.pixel(10, 50), scene.canvas->fillColor(), 0));
+}
+
+void TestPositionView::settledCanvasStopsRepainting()
+{
+    // Each paint places the box; a box that repainted for an unchanged frame would make the
+    // canvas paint again, for ever.
+    Scene scene({200, 100});
+    scene.canvas->setPositionRect(margins(10, 10, 10, 10));
+    QVERIFY(scene.showAndPaint());
+    PaintCounter counter;
+    scene.canvas->installEventFilter(&counter);
+    QTest::qWait(50);
+    counter.paints = 0;
+    QTest::qWait(150);
+    QCOMPARE(counter.paints, 0);
+
+    scene.press({100.5, 50.5});
+    scene.drag({103.5, 50.5});
+    scene.release({103.5, 50.5});
+    QTest::qWait(50);
+    counter.paints = 0;
+    QTest::qWait(150);
+    QCOMPARE(counter.paints, 0);
 }
 
 void TestPositionView::colourDefaultsFollowThePalette()

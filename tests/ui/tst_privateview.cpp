@@ -591,6 +591,14 @@ void TestPrivateView::failedCopyRestoresTheFileAtTheDestination()
     QVERIFY(!view->saveFile2Workspace(m_dir->filePath("outside/folder.png")));
     QCOMPARE(readAll(m_workspace + "/folder.png"), QByteArray("kept"));
     QVERIFY(timeStampNames(m_workspace).isEmpty());
+
+    // Paths without a file name never touch the workspace or its parent.
+    const QStringList before = QDir(m_workspace).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    for (const QString &nameless : {QString(), m_dir->filePath("outside/"),
+                                    m_dir->filePath("outside/."), m_dir->filePath("outside/..")})
+        QVERIFY2(!view->saveFile2Workspace(nameless), qPrintable(nameless));
+    QCOMPARE(QDir(m_workspace).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);
+    QVERIFY(QFileInfo(m_workspace).isDir());
 }
 
 void TestPrivateView::browsingRunsTheImageChooserAndCopiesTheChosenFile()

@@ -116,7 +116,7 @@ void TestUiLoader::missingOrBrokenDescriptionGivesNull_data()
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("missing file") << QByteArray();
     QTest::newRow("empty file") << QByteArray("");
-    QTest::newRow("not XML") << QByteArray("\x00\x01binary\xff", 10);
+    QTest::newRow("not XML") << QByteArray::fromHex("0001626967ff00fe");
     QTest::newRow("truncated XML")
         << QByteArray("<?xml version=\"1.0\"?><ui version=\"4.0\"><widget");
 }

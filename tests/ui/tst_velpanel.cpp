@@ -90,6 +90,7 @@ private slots:
     void savePanelProposesTheNameAndKeepsTheAllowedExtension_data();
     void savePanelProposesTheNameAndKeepsTheAllowedExtension();
     void foldersCanBeChosenOnlyWhenAllowed();
+    void closingTheOwnersWindowReleasesThePanel();
 
 private:
     // Waits for the panel's dialog to show as the active modal window.
@@ -500,6 +501,19 @@ void TestVelPanel::foldersCanBeChosenOnlyWhenAllowed()
     QVERIFY(second && second->isVisible());
     QCOMPARE(other.calls.load(), 0);
     second->reject();
+}
+
+void TestVelPanel::closingTheOwnersWindowReleasesThePanel()
+{
+    auto *owner = new PanelOwner;
+    owner->show();
+    QPointer<VelPanel> panel = imagePanel(owner);
+    panel->runModel();
+    QPointer<QFileDialog> dialog = waitForDialog();
+    QVERIFY(dialog);
+    delete owner;
+    QVERIFY(dialog.isNull());
+    QTRY_VERIFY(panel.isNull());
 }
 
 QTEST_MAIN(TestVelPanel)
