@@ -20,4 +20,102 @@
         <translation>Copy Failed!</translation>
     </message>
 </context>
+<context>
+    <name>PluginSettingsDelegate</name>
+    <message>
+        <source>Plugin Settings - Image Plugin</source>
+        <translation>Plugin Settings - Image Plugin</translation>
+    </message>
+    <message>
+        <source>Position on the page</source>
+        <translation>Position on the page</translation>
+    </message>
+    <message>
+        <source>Drag the box to move the image; drag its handles to resize it.</source>
+        <translation>Drag the box to move the image; drag its handles to resize it.</translation>
+    </message>
+    <message>
+        <source>Left (%):</source>
+        <translation>Left (%):</translation>
+    </message>
+    <message>
+        <source>Top (%):</source>
+        <translation>Top (%):</translation>
+    </message>
+    <message>
+        <source>Right (%):</source>
+        <translation>Right (%):</translation>
+    </message>
+    <message>
+        <source>Bottom (%):</source>
+        <translation>Bottom (%):</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>Appearance</translation>
+    </message>
+    <message>
+        <source>Transparency (%):</source>
+        <translation>Transparency (%):</translation>
+    </message>
+    <message>
+        <source>Layer:</source>
+        <translation>Layer:</translation>
+    </message>
+    <message>
+        <source>Above the page content</source>
+        <translation>Above the page content</translation>
+    </message>
+    <message>
+        <source>Below the page content</source>
+        <translation>Below the page content</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Preview</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Default</translation>
+    </message>
+    <message>
+        <source>Put the image back at its default position.</source>
+        <translation>Put the image back at its default position.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>PrivateView</name>
+    <message>
+        <source>Link</source>
+        <translation>Link</translation>
+    </message>
+    <message>
+        <source>http://</source>
+        <translation>http://</translation>
+    </message>
+    <message>
+        <source>Local file</source>
+        <translation>Local file</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>Browse...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+</context>
 </TS>

@@ -1,0 +1,201 @@
+// imghost: a small stand-in for the publishing application. It loads the image plugin bundle at
+// run time, opens its settings window modally or not, and prints the stop code and isCloseBundle
+// once the window has closed.
+
+#include "imgpluginfactory.h"
+#include "pluginhost.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDialog>
+#include <QDir>
+#include <QPixmap>
+#include <QScreen>
+#include <QTextStream>
+#include <QTimer>
+#include <QWindow>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+struct Options
+{
+    QString language;
+    QString bundle;
+    QString workspace;
+    bool modal = true;
+    QString screenshot;
+    int screenshotDelay = 2500;
+    bool quitWhenShown = false;
+};
+
+Options parseOptions(const QCoreApplication &app)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Opens the settings window of the image plugin bundle, as the publishing "
+                       "application does, and prints how it was closed."));
+    parser.addHelpOption();
+    const QCommandLineOption language(
+        {QStringLiteral("l"), QStringLiteral("language")},
+        QStringLiteral("Language of the window: en, de, fr, ja or zh_CN."), QStringLiteral("code"),
+        QStringLiteral("en"));
+    const QCommandLineOption bundle(
+        {QStringLiteral("b"), QStringLiteral("bundle")},
+        QStringLiteral("The plugin bundle (default: %1).")
+            .arg(QDir::toNativeSeparators(PluginHost::defaultBundlePath())),
+        QStringLiteral("dir"), PluginHost::defaultBundlePath());
+    const QCommandLineOption workspace({QStringLiteral("w"), QStringLiteral("workspace")},
+                                       QStringLiteral("The plugin's workspace folder (default: the "
+                                                      "per-user plugin save folder)."),
+                                       QStringLiteral("dir"));
+    const QCommandLineOption modeless(QStringLiteral("modeless"),
+                                      QStringLiteral("Show the window without a modal run."));
+    const QCommandLineOption screenshot(
+        QStringLiteral("screenshot"),
+        QStringLiteral("Save a picture of the window to this PNG "
+                       "file once it is shown, then close it with Cancel."),
+        QStringLiteral("file"));
+    const QCommandLineOption delay(
+        QStringLiteral("screenshot-delay"),
+        QStringLiteral("Milliseconds to wait before the picture (default 2500)."),
+        QStringLiteral("ms"), QStringLiteral("2500"));
+    const QCommandLineOption quitWhenShown(
+        QStringLiteral("quit-when-shown"),
+        QStringLiteral("Print \"window shown\" once the window is on screen with its settings "
+                       "loaded, then close it with Cancel (for start-up measurements)."));
+    parser.addOptions({language, bundle, workspace, modeless, screenshot, delay, quitWhenShown});
+    parser.process(app);
+
+    Options options;
+    options.language = parser.value(language);
+    options.bundle = QDir(parser.value(bundle)).absolutePath();
+    if (parser.isSet(workspace))
+        options.workspace = QDir(parser.value(workspace)).absolutePath();
+    options.modal = !parser.isSet(modeless);
+    if (parser.isSet(screenshot))
+        options.screenshot = QDir::current().absoluteFilePath(parser.value(screenshot));
+    options.screenshotDelay = parser.value(delay).toInt();
+    options.quitWhenShown = parser.isSet(quitWhenShown);
+    return options;
+}
+
+// Grabs the window into a PNG and presses Cancel, so that a run without a display still shows
+// the window working and leaves the workspace as it was.
+void scheduleScreenshot(QDialog *window, const QString &file, int delayMs)
+{
+    QTimer::singleShot(delayMs, window, [window, file] {
+        QTextStream out(stdout);
+        // The screen's picture includes what the web view's compositor drew; a platform without
+        // one (offscreen) falls back to the widgets' own rendering.
+        QPixmap picture;
+        if (QScreen *screen = window->screen())
+            picture = screen->grabWindow(window->winId());
+        if (picture.isNull())
+            picture = window->grab();
+        if (picture.save(file, "PNG"))
+            out << "Screenshot of the settings window saved to " << QDir::toNativeSeparators(file)
+                << Qt::endl;
+        else
+            out << "Could not save the screenshot to " << QDir::toNativeSeparators(file)
+                << Qt::endl;
+        if (auto *cancel = window->findChild<QAbstractButton *>(QStringLiteral("btnCancel")))
+            cancel->click();
+        else
+            window->done(0);
+    });
+}
+
+// Reports the moment the window is first exposed, gives an observer a moment to look at the
+// process, then presses Cancel.
+void scheduleQuitWhenShown(QDialog *window)
+{
+    auto *poll = new QTimer(window);
+    poll->setInterval(1);
+    QObject::connect(poll, &QTimer::timeout, window, [window, poll] {
+        if (!window->windowHandle() || !window->windowHandle()->isExposed())
+            return;
+        poll->stop();
+        std::fputs("window shown\n", stdout);
+        std::fflush(stdout);
+        QTimer::singleShot(300, window, [window] {
+            if (auto *cancel = window->findChild<QAbstractButton *>(QStringLiteral("btnCancel")))
+                cancel->click();
+            else
+                window->done(0);
+        });
+    });
+    poll->start();
+}
+
+void printOutcome(const ImgSettingsController &settings)
+{
+    QTextStream out(stdout);
+    out << "closeMode: " << settings.closeMode() << Qt::endl;
+    out << "isCloseBundle: " << (settings.isCloseBundle() ? "true" : "false") << Qt::endl;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // The web engine inside the plugin shares OpenGL contexts with the host's widgets; the
+    // attribute must be set before the application object exists.
+    // Help needs no display: answer it before the widget application exists.
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "-h" || arg == "--help" || arg == "--help-all" || arg == "-?") {
+            QCoreApplication core(argc, argv);
+            QCoreApplication::setApplicationName(QStringLiteral("imghost"));
+            parseOptions(core);
+            return 0;
+        }
+    }
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("imghost"));
+    const Options options = parseOptions(app);
+
+    PluginHost host;
+    if (!host.load(options.bundle)) {
+        std::fprintf(stderr, "imghost: %s\n", qPrintable(host.errorString()));
+        return 2;
+    }
+    std::unique_ptr<ImgSettingsController> settings(
+        host.factory()->createSettingsDelegate(options.language, options.bundle));
+    if (!settings) {
+        std::fprintf(stderr, "imghost: the bundle %s has no settings window\n",
+                     qPrintable(options.bundle));
+        return 2;
+    }
+    settings->setModalMode(options.modal);
+    if (!options.workspace.isEmpty())
+        settings->setWorkSpace(options.workspace);
+    QDialog *window = settings->window();
+    if (!window) {
+        std::fprintf(stderr, "imghost: the settings window could not be loaded\n");
+        return 2;
+    }
+    if (!options.screenshot.isEmpty())
+        scheduleScreenshot(window, options.screenshot, options.screenshotDelay);
+    if (options.quitWhenShown)
+        scheduleQuitWhenShown(window);
+
+    if (options.modal) {
+        const int code = window->exec();
+        QTextStream(stdout) << "stop code: " << code << Qt::endl;
+    } else {
+        // QDialog::done() ends a modeless window too, with the same code as a modal run.
+        QObject::connect(window, &QDialog::finished, &app, [](int code) {
+            QTextStream(stdout) << "stop code: " << code << Qt::endl;
+            QCoreApplication::quit();
+        });
+        window->show();
+        app.exec();
+    }
+    printOutcome(*settings);
+    return 0;
+}

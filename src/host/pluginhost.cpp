@@ -1,0 +1,52 @@
+#include "pluginhost.h"
+
+#include "imgpluginfactory.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonObject>
+#include <QLibrary>
+
+QString PluginHost::binaryFolder(const QString &bundlePath)
+{
+    return QDir(bundlePath).filePath(QStringLiteral(IMG_BUNDLE_BINARY_SUBDIR));
+}
+
+QString PluginHost::defaultBundlePath()
+{
+    const QString installed = QDir(QCoreApplication::applicationDirPath())
+                                  .filePath(QStringLiteral(IMG_INSTALL_BUNDLE_DIR "/img.bundle"));
+    if (QFileInfo(installed).isDir())
+        return QDir::cleanPath(installed);
+    return QStringLiteral(IMG_DEFAULT_BUNDLE);
+}
+
+bool PluginHost::load(const QString &bundlePath)
+{
+    m_factory = nullptr;
+    const QDir folder(binaryFolder(bundlePath));
+    if (!folder.exists()) {
+        m_error = QStringLiteral("no plugin folder %1").arg(folder.path());
+        return false;
+    }
+    m_error = QStringLiteral("no image plugin in %1").arg(folder.path());
+    const QStringList names = folder.entryList(QDir::Files, QDir::Name);
+    for (const QString &name : names) {
+        const QString path = folder.filePath(name);
+        if (!QLibrary::isLibrary(path))
+            continue;
+        m_loader.setFileName(path);
+        // The metadata is read without loading the library, so foreign libraries stay unloaded.
+        if (m_loader.metaData().value(QStringLiteral("IID")).toString() !=
+            QLatin1String(ImgPluginFactory_iid))
+            continue;
+        m_factory = qobject_cast<ImgPluginFactory *>(m_loader.instance());
+        if (m_factory) {
+            m_error.clear();
+            return true;
+        }
+        m_error = m_loader.errorString();
+    }
+    return false;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "imgsettingscontroller.h"
+
+#include <QString>
+#include <QtPlugin>
+
+// The entry point of the image plugin bundle for host developers. The bundle's shared library
+// (img.bundle/Contents/Linux/ on Linux, Contents/MacOS/ on macOS) is a Qt plugin whose root
+// object implements this interface:
+//
+//     QPluginLoader loader(libraryPath);
+//     auto *factory = qobject_cast<ImgPluginFactory *>(loader.instance());
+//     std::unique_ptr<ImgSettingsController> settings(
+//         factory->createSettingsDelegate(QStringLiteral("de"), bundlePath));
+//
+// Include only this header; never link the plugin. See docs/embedding.md.
+class ImgPluginFactory
+{
+public:
+    virtual ~ImgPluginFactory() = default;
+
+    // A new settings window controller. languageCode (for example "en", "de", "zh_CN") picks the
+    // language folder of the bundle, bundlePath the bundle whose resources the window uses; a null
+    // code keeps the language set before, a null path falls back to the host's own bundle.
+    // Null when the bundle has no window description. The caller owns the result.
+    virtual ImgSettingsController *createSettingsDelegate(const QString &languageCode,
+                                                          const QString &bundlePath) = 0;
+};
+
+#define ImgPluginFactory_iid "net.kelvara.img.PluginFactory/1.0"
+Q_DECLARE_INTERFACE(ImgPluginFactory, ImgPluginFactory_iid)

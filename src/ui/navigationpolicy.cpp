@@ -1,0 +1,16 @@
+#include "navigationpolicy.h"
+
+namespace NavigationPolicy {
+
+Decision decide(const QString &scheme, const std::function<bool()> &ignoreOpenURL)
+{
+    if (scheme == QLatin1String("file"))
+        return Decision::Use;
+    if (ignoreOpenURL && ignoreOpenURL())
+        return Decision::Use;
+    if (scheme == QLatin1String("http") || scheme == QLatin1String("https"))
+        return Decision::IgnoreAndOpenOutside;
+    return Decision::Ignore;
+}
+
+} // namespace NavigationPolicy

@@ -1,0 +1,577 @@
+#include "pluginsettingsdelegate.h"
+
+#include "bundlepaths.h"
+#include "localisation.h"
+#include "logalert.h"
+#include "numbertext.h"
+#include "pluginsettingsinfo.h"
+#include "positionfile.h"
+#include "positionview.h"
+#include "previewcontroller.h"
+#include "privateview.h"
+#include "settingsbackup.h"
+#include "settingsdialog.h"
+#include "settingsworkspace.h"
+#include "uiloader.h"
+#include "utilityfunction.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLayout>
+#include <QLineEdit>
+#include <QLoggingCategory>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QTimer>
+#include <QWebEngineView>
+
+#include <cstdio>
+
+Q_LOGGING_CATEGORY(lcSettingsWindow, "img.settings.window", QtWarningMsg)
+
+namespace {
+
+const QString kIdentifier = QStringLiteral("img");
+const QString kWindowDescription = QStringLiteral("PluginSettingsDelegate.ui");
+const QString kPrivateViewDescription = QStringLiteral("PrivateView.ui");
+constexpr int kPreviewInterval = 330; // milliseconds between preview rebuild checks
+
+// Builds the settings window: its top-level dialog is a SettingsDialog, so that the close box
+// reaches the controller, and the preview is a real web view.
+class SettingsWindowLoader : public UiLoader
+{
+public:
+    SettingsWindowLoader() { clearPluginPaths(); }
+
+    QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override
+    {
+        QWidget *widget = nullptr;
+        if (className == QLatin1String("QDialog") && !parent)
+            widget = new SettingsDialog;
+        else if (className == QLatin1String("QWebEngineView"))
+            widget = new QWebEngineView(parent);
+        else
+            return UiLoader::createWidget(className, parent, name);
+        widget->setObjectName(name);
+        return widget;
+    }
+};
+
+// Takes a placeholder's place, size rules and position in its layout, then deletes it.
+void replacePlaceholder(QWidget *placeholder, QWidget *view)
+{
+    view->setGeometry(placeholder->geometry());
+    view->setMinimumSize(placeholder->minimumSize());
+    view->setSizePolicy(placeholder->sizePolicy());
+    if (view->toolTip().isEmpty())
+        view->setToolTip(placeholder->toolTip());
+    QWidget *superview = placeholder->parentWidget();
+    view->setParent(superview);
+    if (superview && superview->layout())
+        delete superview->layout()->replaceWidget(placeholder, view);
+    delete placeholder;
+}
+
+// The slider moves in hundredths of a percent when its description says so ("valueScale"), so
+// that a position such as 37.26 exists on it.
+double sliderScale(const QSlider *slider)
+{
+    bool ok = false;
+    const double scale = slider->property("valueScale").toDouble(&ok);
+    return ok && scale > 0 ? scale : 1.0;
+}
+
+QString oneDecimal(double value)
+{
+    return QString::asprintf("%.1f", value);
+}
+
+} // namespace
+
+PluginSettingsDelegate::PluginSettingsDelegate(const QString &languageCode,
+                                               const QString &bundlePath, QObject *parent)
+    : QObject(parent)
+{
+    if (!languageCode.isNull())
+        setDefaultLanguageCode(languageCode);
+    _bundlePath = bundlePath.isNull() ? BundlePaths::mainBundlePath() : bundlePath;
+    setDefaultBundlePath(_bundlePath);
+
+    m_windowDescriptionPath =
+        localizedResourcePath(BundlePaths::resourceDirFor(_bundlePath), kWindowDescription);
+    if (m_windowDescriptionPath.isEmpty())
+        m_windowDescriptionPath = localizedResourcePath(
+            BundlePaths::resourcePath(BundlePaths::mainBundlePath()), kWindowDescription);
+    if (!m_windowDescriptionPath.isEmpty())
+        initialParaments();
+}
+
+std::unique_ptr<PluginSettingsDelegate> PluginSettingsDelegate::create(const QString &languageCode,
+                                                                       const QString &bundlePath)
+{
+    auto delegate = std::make_unique<PluginSettingsDelegate>(languageCode, bundlePath);
+    if (delegate->windowDescriptionPath().isEmpty())
+        return nullptr;
+    return delegate;
+}
+
+PluginSettingsDelegate::~PluginSettingsDelegate()
+{
+    if (iWebView)
+        iWebView->stop();
+    ptRect = &m_initialRect; // the canvas's record goes with the canvas
+    if (repeatTimer) {
+        repeatTimer->stop();
+        delete repeatTimer;
+        repeatTimer = nullptr;
+    }
+    // The window's widgets call back into this object; they go while it is still whole.
+    m_window.reset();
+}
+
+PositionView *PluginSettingsDelegate::positionView() const
+{
+    return _positionView;
+}
+
+void PluginSettingsDelegate::setPositionView(PositionView *view)
+{
+    _positionView = view;
+}
+
+PrivateView *PluginSettingsDelegate::privateView() const
+{
+    return m_privateView;
+}
+
+QWebEngineView *PluginSettingsDelegate::webView() const
+{
+    return iWebView;
+}
+
+void PluginSettingsDelegate::initialParaments()
+{
+    m_initialRect = PositionRect();
+    ptRect = &m_initialRect;
+    _backupSettingPath = SettingsBackup::newBackupPath();
+    SettingsBackup::createBackupFolder(_backupSettingPath);
+}
+
+QDialog *PluginSettingsDelegate::window()
+{
+    if (!m_windowLoaded) {
+        m_windowLoaded = true;
+        if (!awakeFromNib())
+            m_window.reset();
+    }
+    return m_window.get();
+}
+
+bool PluginSettingsDelegate::awakeFromNib()
+{
+    QFile description(m_windowDescriptionPath);
+    if (m_windowDescriptionPath.isEmpty() || !description.open(QIODevice::ReadOnly))
+        return false;
+    SettingsWindowLoader loader;
+    std::unique_ptr<QWidget> top(loader.load(&description));
+    auto *dialog = qobject_cast<SettingsDialog *>(top.get());
+    if (!dialog) {
+        qCWarning(lcSettingsWindow)
+            << "no dialog in" << m_windowDescriptionPath << loader.errorString();
+        return false;
+    }
+    top.release();
+    m_window.reset(dialog);
+    connect(dialog, &SettingsDialog::closeRequested, this, [this] {
+        isOKCancelButton = false;
+        windowWillClose();
+    });
+
+    findOutlets();
+    const QString title = loadAppString(QStringLiteral("Plugin Settings - %@"),
+                                        QStringLiteral("Plugin Settings - %@"));
+    dialog->setWindowTitle(
+        QString(title).replace(QLatin1String("%@"), QLatin1String("Image Plugin")));
+    wireOutlets();
+    loadPrivateView();
+    loadSettings();
+
+    // Qt has no run-loop modes: the timer fires in modal and modeless runs alike.
+    repeatTimer = new QTimer(this);
+    repeatTimer->setInterval(kPreviewInterval);
+    connect(repeatTimer, &QTimer::timeout, this, &PluginSettingsDelegate::timerRepeat);
+    repeatTimer->start();
+
+    // The preview decides the web view's navigations and loads; links are left to the preview
+    // itself only when the private view says so.
+    if (iWebView) {
+        m_preview = new PreviewController(iWebView, this);
+        m_preview->setIgnoreOpenURL(
+            [this] { return m_privateView && m_privateView->ignoreOpenURL(); });
+    }
+
+    isChange = true; // the first tick loads the preview
+    saveInitialSettings();
+    if (!_workSpace.isEmpty() &&
+        QFileInfo::exists(QDir(_workSpace).filePath(QStringLiteral("settings.dat"))) &&
+        m_privateView)
+        m_privateView->onSave(nullptr);
+    return true;
+}
+
+void PluginSettingsDelegate::findOutlets()
+{
+    QWidget *w = m_window.get();
+    PrivateSettingView = w->findChild<QWidget *>(QStringLiteral("PrivateSettingView"));
+    iWebView = w->findChild<QWebEngineView *>(QStringLiteral("iWebView"));
+    positionDrawView = w->findChild<QWidget *>(QStringLiteral("positionDrawView"));
+    txtLeft = w->findChild<QLineEdit *>(QStringLiteral("txtLeft"));
+    txtTop = w->findChild<QLineEdit *>(QStringLiteral("txtTop"));
+    txtRight = w->findChild<QLineEdit *>(QStringLiteral("txtRight"));
+    txtBottom = w->findChild<QLineEdit *>(QStringLiteral("txtBottom"));
+    txtTransparency = w->findChild<QLineEdit *>(QStringLiteral("txtTransparency"));
+    sldTrans = w->findChild<QSlider *>(QStringLiteral("sldTrans"));
+    matLayer = w->findChild<QButtonGroup *>(QStringLiteral("matLayer"));
+    btnDefault = w->findChild<QPushButton *>(QStringLiteral("btnDefault"));
+    btnCancel = w->findChild<QPushButton *>(QStringLiteral("btnCancel"));
+    btnOK = w->findChild<QPushButton *>(QStringLiteral("btnOK"));
+
+    // A window description cannot give button ids; each layer button carries its layer number
+    // in the dynamic property "layer".
+    if (matLayer) {
+        const QList<QAbstractButton *> buttons = matLayer->buttons();
+        for (QAbstractButton *button : buttons) {
+            bool ok = false;
+            const int layer = button->property("layer").toInt(&ok);
+            if (ok)
+                matLayer->setId(button, layer);
+        }
+    }
+}
+
+void PluginSettingsDelegate::wireOutlets()
+{
+    for (QLineEdit *field : {txtLeft.data(), txtTop.data(), txtRight.data(), txtBottom.data(),
+                             txtTransparency.data()}) {
+        if (field)
+            connect(field, &QLineEdit::textEdited, this,
+                    [this, field] { controlTextDidChange(field); });
+    }
+    if (sldTrans)
+        connect(sldTrans, &QSlider::valueChanged, this, &PluginSettingsDelegate::onTransparency);
+    if (btnDefault)
+        connect(btnDefault, &QPushButton::clicked, this, &PluginSettingsDelegate::onDefaultSetting);
+    if (btnCancel)
+        connect(btnCancel, &QPushButton::clicked, this, &PluginSettingsDelegate::onCancel);
+    if (btnOK)
+        connect(btnOK, &QPushButton::clicked, this, &PluginSettingsDelegate::onOK);
+}
+
+void PluginSettingsDelegate::loadPrivateView()
+{
+    const QString path =
+        localizedResourcePath(BundlePaths::resourceDirFor(_bundlePath), kPrivateViewDescription);
+    std::unique_ptr<QWidget> top;
+    if (!path.isEmpty()) {
+        UiLoader loader;
+        top.reset(loader.loadFile(path));
+    }
+    PrivateView *view = qobject_cast<PrivateView *>(top.get());
+    if (view) {
+        top.release();
+    } else if (top) {
+        const QList<PrivateView *> views = top->findChildren<PrivateView *>();
+        if (!views.isEmpty()) {
+            view = views.last();
+            view->setParent(nullptr);
+        }
+    }
+    top.reset();
+
+    if (_workSpace.isEmpty())
+        _workSpace = QDir(PluginSettingsInfo::getSavePluginPath()).filePath(kIdentifier);
+    if (!view) {
+        qCWarning(lcSettingsWindow) << "no private view in" << path;
+        return;
+    }
+    m_privateView = view;
+    view->setObjectName(QStringLiteral("privateView"));
+    view->setWorkSpace(_workSpace);
+    view->setOwer(this);
+    view->setBundlePath(_bundlePath);
+    view->loadDispInfo();
+    if (PrivateSettingView)
+        replacePlaceholder(PrivateSettingView, view);
+    else
+        view->setParent(m_window.get());
+}
+
+void PluginSettingsDelegate::createPositionView()
+{
+    QWidget *superview = positionDrawView ? positionDrawView->parentWidget() : m_window.get();
+    auto *view = new PositionView(superview);
+    view->setObjectName(QStringLiteral("positionView"));
+    if (positionDrawView)
+        replacePlaceholder(positionDrawView, view);
+    view->setOwer(this);
+    _positionView = view;
+}
+
+// ---- position file and backup
+
+void PluginSettingsDelegate::loadSettings()
+{
+    if (_workSpace.isEmpty())
+        return;
+    loadSettingFromFile(SettingsWorkspace::settingsFileToLoad(_workSpace));
+}
+
+void PluginSettingsDelegate::loadSettingFromFile(const QString &path)
+{
+    // A missing, unreadable or short file is the all-zero position.
+    const PositionRect values = PositionFile::read(path).value_or(PositionRect());
+    ptRect->setLeft(values.left());
+    ptRect->setTop(values.top());
+    ptRect->setRight(values.right());
+    ptRect->setBottom(values.bottom());
+    ptRect->setTransparency(values.transparency());
+    ptRect->setLayer(values.layer());
+
+    if (!_positionView && m_window)
+        createPositionView();
+    if (_positionView)
+        _positionView->setPositionRect(*ptRect);
+    onChangePositionView();
+    showTransparency(ptRect->transparency());
+    selectLayer(ptRect->layer());
+}
+
+void PluginSettingsDelegate::saveGlobalSettings()
+{
+    if (!_workSpace.isEmpty() && QFileInfo(_workSpace).isDir()) {
+        // The layer choice is read only here: choosing a layer alone is saved with the next save.
+        const int layer = matLayer ? matLayer->checkedId() : -1;
+        ptRect->setLayer(layer < 0 ? 0 : layer);
+        ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
+        SettingsWorkspace::refreshPreviewPage(_workSpace, _bundlePath);
+        PluginSettingsInfo info;
+        info.setWorkSpace(_workSpace);
+        info.setIdentifier(kIdentifier);
+        info.setBundlePath(_bundlePath);
+        info.generateJSConfig(QString());
+    }
+    isChange = true;
+}
+
+void PluginSettingsDelegate::saveInitialSettings()
+{
+    SettingsBackup::saveInitialSettings(_workSpace, _backupSettingPath);
+}
+
+void PluginSettingsDelegate::undoSettings()
+{
+    SettingsBackup::undoSettings(_workSpace, _backupSettingPath);
+}
+
+void PluginSettingsDelegate::clearBackupSettings()
+{
+    SettingsBackup::clearBackupSettings(_backupSettingPath);
+}
+
+// ---- buttons and closing
+
+void PluginSettingsDelegate::onOK()
+{
+    if (m_privateView)
+        m_privateView->onSave(nullptr);
+    const QStringList located = m_privateView ? m_privateView->locateFiles() : QStringList();
+    if (!_workSpace.isEmpty()) {
+        PluginSettingsInfo info;
+        info.setWorkSpace(_workSpace);
+        info.setIdentifier(kIdentifier);
+        info.setBundlePath(_bundlePath);
+        info.generateJSConfig(QStringLiteral("files/plugin"));
+        SettingsWorkspace::writeFilesList(_workSpace, located);
+        // The published book needs nothing else: the preview files go too.
+        SettingsWorkspace::cleanToKeepList(_workSpace,
+                                           SettingsWorkspace::keepList(located, kIdentifier));
+    }
+    isOKCancelButton = true;
+    _closeMode = Apply;
+    closeWindow();
+}
+
+void PluginSettingsDelegate::onCancel()
+{
+    isOKCancelButton = true;
+    _closeMode = Discard;
+    closeWindow();
+}
+
+void PluginSettingsDelegate::onDefaultSetting()
+{
+    QString path =
+        QDir(_bundlePath).filePath(QStringLiteral("Contents/Resources/data/defaultsettings.dat"));
+    if (!QFileInfo::exists(path) && !_workSpace.isEmpty())
+        path = QDir(_workSpace).filePath(QStringLiteral("defaultsettings.dat"));
+    if (!QFileInfo::exists(path)) {
+        std::fputs("defaultsettings.dat not found!\n", stdout);
+        std::fflush(stdout);
+        return;
+    }
+    // Only the position goes back to its defaults; the private setting stays.
+    loadSettingFromFile(path);
+    saveGlobalSettings();
+    isChange = true;
+}
+
+void PluginSettingsDelegate::closeWindow()
+{
+    windowWillClose();
+}
+
+void PluginSettingsDelegate::windowWillClose()
+{
+    if (m_closed)
+        return;
+    m_closed = true; // the question below runs a modal loop; nothing may close twice meanwhile
+    if (repeatTimer) {
+        repeatTimer->stop();
+        delete repeatTimer;
+        repeatTimer = nullptr;
+    }
+    if (!isOKCancelButton) {
+        const QString question = QStringLiteral("Do you want to apply the settings?");
+        _closeMode =
+            LogAlert::AlertOKCancelWithMessage(loadAppString(question, question), QString())
+                ? Apply
+                : Discard;
+    }
+    // Closing by the close box and answering OK keeps the live state as it is: no book script,
+    // no file list, no clean-up. Only the OK button prepares the workspace for the book.
+    if (_closeMode == Apply)
+        clearBackupSettings();
+    else
+        undoSettings();
+    _isCloseBundle = true;
+    if (m_window)
+        m_window->done(_closeMode);
+    emit windowClosed(_closeMode);
+}
+
+// ---- fields, slider, canvas
+
+QString PluginSettingsDelegate::checkStringFrom(const QString &text)
+{
+    return UtilityFunction::checkFloatValueStringFrom(text);
+}
+
+void PluginSettingsDelegate::controlTextDidChange(QLineEdit *field)
+{
+    if (!field)
+        return;
+    void (PositionRect::*setter)(float) = nullptr;
+    if (field == txtLeft)
+        setter = &PositionRect::setLeft;
+    else if (field == txtTop)
+        setter = &PositionRect::setTop;
+    else if (field == txtRight)
+        setter = &PositionRect::setRight;
+    else if (field == txtBottom)
+        setter = &PositionRect::setBottom;
+    else if (field != txtTransparency)
+        return;
+
+    const QString filtered = checkStringFrom(field->text());
+    if (filtered != field->text())
+        field->setText(filtered);
+    const float value = NumberText::floatValue(filtered);
+    if (setter) {
+        (ptRect->*setter)(value);
+    } else {
+        ptRect->setTransparency(value);
+        if (sldTrans) {
+            const QSignalBlocker quiet(sldTrans);
+            sldTrans->setValue(qRound(NumberText::doubleValue(filtered) * sliderScale(sldTrans)));
+        }
+    }
+    if (_positionView) {
+        _positionView->setPositionRect(*ptRect);
+        _positionView->update();
+    }
+    saveGlobalSettings();
+}
+
+void PluginSettingsDelegate::onTransparency()
+{
+    if (!sldTrans)
+        return;
+    const double value = sldTrans->value() / sliderScale(sldTrans);
+    if (txtTransparency)
+        txtTransparency->setText(oneDecimal(value));
+    ptRect->setTransparency(float(value));
+    if (_positionView)
+        _positionView->setPositionRect(*ptRect);
+    saveGlobalSettings();
+}
+
+void PluginSettingsDelegate::onChangePositionView()
+{
+    if (_positionView)
+        ptRect = _positionView->positionRect();
+    if (txtLeft)
+        txtLeft->setText(oneDecimal(ptRect->left()));
+    if (txtTop)
+        txtTop->setText(oneDecimal(ptRect->top()));
+    if (txtRight)
+        txtRight->setText(oneDecimal(ptRect->right()));
+    if (txtBottom)
+        txtBottom->setText(oneDecimal(ptRect->bottom()));
+}
+
+void PluginSettingsDelegate::didChangedPositionView()
+{
+    saveGlobalSettings();
+}
+
+void PluginSettingsDelegate::showTransparency(float value)
+{
+    if (sldTrans) {
+        const QSignalBlocker quiet(sldTrans);
+        sldTrans->setValue(qRound(double(value) * sliderScale(sldTrans)));
+    }
+    if (txtTransparency)
+        txtTransparency->setText(oneDecimal(value));
+}
+
+void PluginSettingsDelegate::selectLayer(int layer)
+{
+    if (!matLayer)
+        return;
+    // A layer that no button carries leaves the choice as it was.
+    if (QAbstractButton *button = matLayer->button(layer))
+        button->setChecked(true);
+}
+
+// ---- preview
+
+void PluginSettingsDelegate::timerRepeat()
+{
+    // Edits that arrive within one tick are shown by a single rebuild.
+    if (isChange) {
+        isChange = false;
+        refreshPreview();
+    }
+}
+
+void PluginSettingsDelegate::refreshPreview()
+{
+    if (!m_preview)
+        return;
+    m_preview->setWorkSpace(_workSpace);
+    m_preview->refreshPreview();
+}

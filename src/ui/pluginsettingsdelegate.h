@@ -1,0 +1,166 @@
+#pragma once
+
+#include "positionrect.h"
+#include "postionviewdelete.h"
+#include "privateviewdelete.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWebEngineView>
+
+#include <memory>
+
+class PositionView;
+class PreviewController;
+class PrivateView;
+class QButtonGroup;
+class QDialog;
+class QLineEdit;
+class QPushButton;
+class QSlider;
+class QTimer;
+class QWidget;
+class SettingsDialog;
+
+// The image plugin's settings window, the bundle's entry point. The host creates it with a
+// language code and the bundle's path, says whether it runs the window modally, shows window()
+// and reads closeMode() and isCloseBundle() once the window has closed.
+//
+// The window is built from the window description "PluginSettingsDelegate.ui" of the bundle's
+// language folder; its controls are found by object name. Every edit is saved into the workspace
+// at once; a copy of the whole workspace taken when the window opens makes Cancel possible.
+// Closing always ends the window with a stop code: QDialog::done(closeMode()) ends a modal run
+// (exec() returns it) and windowClosed(closeMode()) tells a host that shows it modelessly.
+class PluginSettingsDelegate : public QObject, public PostionViewDelete, public PrivateViewDelete
+{
+    Q_OBJECT
+
+public:
+    enum CloseMode { Discard = 0, Apply = 1 };
+
+    // A null languageCode keeps the process-wide language set before; a null bundlePath falls
+    // back to the host's own bundle. Creates the empty backup folder of this opening.
+    PluginSettingsDelegate(const QString &languageCode, const QString &bundlePath,
+                           QObject *parent = nullptr);
+    ~PluginSettingsDelegate() override;
+    // As the constructor, but null when the bundle has no window description to load.
+    static std::unique_ptr<PluginSettingsDelegate> create(const QString &languageCode,
+                                                          const QString &bundlePath);
+
+    // The window description this controller loads; empty when there is none.
+    QString windowDescriptionPath() const { return m_windowDescriptionPath; }
+    // The window, loaded with the settings on first use; null when it cannot be loaded.
+    QDialog *window();
+
+    QString workSpace() const { return _workSpace; }
+    void setWorkSpace(const QString &path) { _workSpace = path; }
+    QString bundlePath() const { return _bundlePath; }
+    void setBundlePath(const QString &path) { _bundlePath = path; }
+    bool isCloseBundle() const { return _isCloseBundle; }
+    void setIsCloseBundle(bool value) { _isCloseBundle = value; }
+    bool isModalMode() const { return _isModalMode; }
+    void setIsModalMode(bool value) { _isModalMode = value; }
+    // The host says whether it runs the window modally; call it before window().
+    void setModalMode(bool modal) { _isModalMode = modal; }
+    int closeMode() const { return _closeMode; }
+    void setCloseMode(int mode) { _closeMode = mode; }
+    QString backupSettingPath() const { return _backupSettingPath; }
+    void setBackupSettingPath(const QString &path) { _backupSettingPath = path; }
+    PositionView *positionView() const;
+    void setPositionView(PositionView *view);
+    PrivateView *privateView() const;
+    QWebEngineView *webView() const;
+    // The live preview on webView(), once the window is loaded (null without a web view).
+    PreviewController *previewController() const { return m_preview; }
+
+    // The position shown in the fields and on the canvas: the canvas's own record once the
+    // settings have been loaded.
+    const PositionRect &position() const { return *ptRect; }
+    // The preview must be rebuilt on the next timer tick.
+    bool isChanged() const { return isChange; }
+    void setChanged(bool changed) { isChange = changed; }
+
+    // Position file and backup.
+    void loadSettings();
+    void loadSettingFromFile(const QString &path);
+    void saveGlobalSettings() override;
+    void saveInitialSettings();
+    void undoSettings();
+    void clearBackupSettings();
+
+    // The canvas reports a drag step, and the end of a gesture.
+    void onChangePositionView() override;
+    void didChangedPositionView() override;
+
+    // The keystroke filter of the number fields: a last character that is neither a digit nor
+    // the first point is dropped.
+    static QString checkStringFrom(const QString &text);
+
+public slots:
+    void onOK();
+    void onCancel();
+    void onDefaultSetting();
+    void onTransparency();
+    // A number field was edited by the user.
+    void controlTextDidChange(QLineEdit *field);
+    // The window closes: stops the timer, asks when the close box was used, keeps or restores
+    // the workspace and ends the window with closeMode().
+    void windowWillClose();
+
+signals:
+    // The window has closed with this stop code (1 apply, 0 discard).
+    void windowClosed(int closeMode);
+
+private slots:
+    void timerRepeat();
+
+private:
+    void initialParaments();
+    bool awakeFromNib();
+    void findOutlets();
+    void wireOutlets();
+    void loadPrivateView();
+    void createPositionView();
+    void showTransparency(float value);
+    void selectLayer(int layer);
+    void refreshPreview();
+    void closeWindow();
+
+    // Outlets of the window description.
+    QPointer<QWidget> PrivateSettingView;
+    QPointer<QWebEngineView> iWebView;
+    QPointer<QWidget> positionDrawView;
+    QPointer<PositionView> _positionView;
+    QPointer<PrivateView> m_privateView;
+    QPointer<QLineEdit> txtLeft;
+    QPointer<QLineEdit> txtTop;
+    QPointer<QLineEdit> txtRight;
+    QPointer<QLineEdit> txtBottom;
+    QPointer<QLineEdit> txtTransparency;
+    QPointer<QSlider> sldTrans;
+    QPointer<QButtonGroup> matLayer;
+    QPointer<QPushButton> btnDefault;
+    QPointer<QPushButton> btnCancel;
+    QPointer<QPushButton> btnOK;
+
+    QString _workSpace;
+    QString _bundlePath;
+    bool _isCloseBundle = false;
+    bool _isModalMode = false;
+    int _closeMode = Discard;
+    QTimer *repeatTimer = nullptr;
+    bool isChange = false;
+    // The record created with the controller until the canvas's own record takes its place.
+    PositionRect m_initialRect;
+    PositionRect *ptRect = &m_initialRect;
+    QString _backupSettingPath;
+    bool isOKCancelButton = false;
+    // The preview on iWebView: its page, navigation policy and the pending forced reload.
+    PreviewController *m_preview = nullptr; // a child of this controller
+
+    QString m_windowDescriptionPath;
+    std::unique_ptr<SettingsDialog> m_window;
+    bool m_windowLoaded = false;
+    bool m_closed = false;
+};

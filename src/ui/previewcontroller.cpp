@@ -1,0 +1,105 @@
+#include "previewcontroller.h"
+
+#include "previewpage.h"
+
+#include <QDir>
+#include <QLoggingCategory>
+#include <QThread>
+#include <QWebEngineLoadingInfo>
+#include <QWebEngineProfile>
+#include <QWebEngineSettings>
+#include <QWebEngineView>
+
+Q_LOGGING_CATEGORY(lcPreview, "img.preview", QtWarningMsg)
+
+namespace {
+// The deliberate pause before the main page loads. It blocks the main thread that long and is a
+// known part of every rebuild's cost.
+constexpr unsigned long mainPagePauseMs = 100;
+} // namespace
+
+PreviewController::PreviewController(QWebEngineView *view, QObject *parent)
+    : QObject(parent)
+    , m_view(view)
+    // No storage name: off the record, memory only, nothing shared with the host's profile.
+    , m_profile(new QWebEngineProfile(this))
+{
+    // Every load ignores cached data: the page and "config.js" change between loads under the
+    // same URLs, so nothing may be answered from a cache. A profile without an HTTP cache does
+    // that for every load; the forced reload after each load also bypasses the page's own.
+    m_profile->setHttpCacheType(QWebEngineProfile::NoCache);
+    m_page = new PreviewPage(m_profile, this);
+    // The plugin's image may be a web link; the workspace page must be allowed to show it.
+    // Navigations away from the page are still decided by PreviewPage.
+    m_page->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    connect(m_page, &QWebEnginePage::loadingChanged, this, &PreviewController::onLoadingChanged);
+    if (m_view)
+        m_view->setPage(m_page);
+}
+
+PreviewController::~PreviewController()
+{
+    m_page->triggerAction(QWebEnginePage::Stop);
+    // The page must go before its profile; a view still showing it lets go of it.
+    delete m_page;
+    m_page = nullptr;
+}
+
+void PreviewController::setIgnoreOpenURL(std::function<bool()> provider)
+{
+    m_page->setIgnoreOpenURL(std::move(provider));
+}
+
+void PreviewController::timerRepeat(bool &isChange)
+{
+    if (!isChange)
+        return;
+    isChange = false;
+    refreshPreview();
+}
+
+void PreviewController::refreshPreview()
+{
+    qCDebug(lcPreview) << "rebuild" << m_workSpace;
+    if (m_view) {
+        m_view->hide();
+        m_view->stop();
+        m_view->show();
+    } else {
+        m_page->triggerAction(QWebEnginePage::Stop);
+    }
+    m_page->loadEmptyPage();
+    // On a later pass of the event loop, never inside this call.
+    QMetaObject::invokeMethod(this, &PreviewController::loadMainPage, Qt::QueuedConnection);
+    m_isNeedReload = true;
+    emit refreshed();
+}
+
+void PreviewController::loadMainPage()
+{
+    QThread::msleep(mainPagePauseMs);
+    const QUrl url = QUrl::fromLocalFile(QDir(m_workSpace).filePath(QStringLiteral("index.html")));
+    qCDebug(lcPreview) << "load" << url;
+    m_page->load(url);
+}
+
+void PreviewController::delayReloadData()
+{
+    if (!m_isNeedReload)
+        return;
+    m_isNeedReload = false;
+    qCDebug(lcPreview) << "forced reload";
+    m_page->runJavaScript(QStringLiteral("location.reload(true);"));
+    emit reloadForced();
+}
+
+void PreviewController::onLoadingChanged(const QWebEngineLoadingInfo &info)
+{
+    if (info.status() != QWebEngineLoadingInfo::LoadSucceededStatus)
+        return;
+    // The empty document is only a step of the rebuild; its finish must not spend the reload
+    // that is meant for the page itself.
+    if (info.url() == PreviewPage::emptyPageUrl())
+        return;
+    delayReloadData();
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+
+class PreviewPage;
+class QWebEngineLoadingInfo;
+class QWebEngineProfile;
+class QWebEngineView;
+
+// Drives the settings window's live preview: the workspace's "index.html" shown in a web view,
+// rebuilt at most once per tick of the owner's timer and reloaded once more after each rebuild so
+// that it never shows cached scripts. The preview has its own off-the-record profile, so nothing
+// it loads reaches the host's profile or the disk.
+class PreviewController : public QObject
+{
+    Q_OBJECT
+public:
+    // Puts a PreviewPage into view. The view stays the owner's; it may be destroyed first.
+    explicit PreviewController(QWebEngineView *view, QObject *parent = nullptr);
+    // Stops the view's loading.
+    ~PreviewController() override;
+
+    QString workSpace() const { return m_workSpace; }
+    void setWorkSpace(const QString &workSpace) { m_workSpace = workSpace; }
+    // See PreviewPage::setIgnoreOpenURL.
+    void setIgnoreOpenURL(std::function<bool()> provider);
+
+    PreviewPage *page() const { return m_page; }
+    QWebEngineProfile *profile() const { return m_profile; }
+    bool isNeedReload() const { return m_isNeedReload; }
+
+    // The timer's action: rebuilds once if isChange is set and clears it, so that any number of
+    // changes within one tick cost one rebuild.
+    void timerRepeat(bool &isChange);
+
+public slots:
+    // Hides, stops and shows the view, empties it, queues loadMainPage and marks the forced
+    // reload as due.
+    void refreshPreview();
+    // Pauses 0.1 s, then loads workspace/"index.html".
+    void loadMainPage();
+    // After a rebuild's load has finished: the one forced reload, bypassing the cache.
+    void delayReloadData();
+
+signals:
+    // A rebuild has started (refreshPreview ran).
+    void refreshed();
+    // The forced reload of a rebuild has been issued.
+    void reloadForced();
+
+private:
+    void onLoadingChanged(const QWebEngineLoadingInfo &info);
+
+    QPointer<QWebEngineView> m_view;
+    QWebEngineProfile *m_profile = nullptr;
+    PreviewPage *m_page = nullptr;
+    QString m_workSpace;
+    bool m_isNeedReload = false;
+};

@@ -1,0 +1,18 @@
+#include "settingsdialog.h"
+
+#include <QCloseEvent>
+
+void SettingsDialog::reject()
+{
+    emit closeRequested();
+}
+
+void SettingsDialog::closeEvent(QCloseEvent *event)
+{
+    emit closeRequested();
+    // The controller has ended the window by now, or kept it open; a still visible window stays.
+    if (isVisible())
+        event->ignore();
+    else
+        event->accept();
+}

@@ -1,0 +1,175 @@
+#include "settingsworkspace.h"
+#include "testenv.h"
+#include "treesnapshot.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using TreeSnapshot::readFile;
+using TreeSnapshot::writeFile;
+
+class TestSettingsWorkspace : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { TestEnv::isolate(); }
+
+    void settingsFileToLoad_data();
+    void settingsFileToLoad();
+    void previewPageFollowsTheBundle_data();
+    void previewPageFollowsTheBundle();
+    void keepListHasTheLocatedFilesThenTheBookFiles();
+    void filesListIsOneNamePerLine_data();
+    void filesListIsOneNamePerLine();
+    void cleanKeepsExactlyTheKeepList_data();
+    void cleanKeepsExactlyTheKeepList();
+    void emptyWorkspacePathTouchesNothing();
+};
+
+void TestSettingsWorkspace::settingsFileToLoad_data()
+{
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("top-level settings.dat")
+        << QStringList{"settings.dat", "defaultsettings.dat"} << "settings.dat";
+    QTest::newRow("only in a sub-folder: the defaults")
+        << QStringList{"sub/settings.dat", "defaultsettings.dat"} << "defaultsettings.dat";
+    QTest::newRow("neither: the defaults path all the same")
+        << QStringList{} << "defaultsettings.dat";
+    QTest::newRow("other case is another name")
+        << QStringList{"Settings.dat"} << "defaultsettings.dat";
+}
+
+void TestSettingsWorkspace::settingsFileToLoad()
+{
+    QFETCH(QStringList, files);
+    QFETCH(QString, expected);
+    QTemporaryDir tmp;
+    QDir().mkpath(tmp.path());
+    for (const QString &f : files)
+        writeFile(tmp.filePath(f), "1\n2\n3\n4\n5\n6");
+    QCOMPARE(SettingsWorkspace::settingsFileToLoad(tmp.path()), tmp.filePath(expected));
+}
+
+void TestSettingsWorkspace::previewPageFollowsTheBundle_data()
+{
+    QTest::addColumn<QByteArray>("bundlePage");    // "<none>": the bundle has no page
+    QTest::addColumn<QByteArray>("workspacePage"); // "<none>": the workspace has no page
+    QTest::addColumn<QByteArray>("expected");      // "<none>": still no page
+    QTest::newRow("missing page is copied")
+        << QByteArray("<p>bundle</p>") << QByteArray("<none>") << QByteArray("<p>bundle</p>");
+    QTest::newRow("local edits are overwritten")
+        << QByteArray("<p>bundle</p>") << QByteArray("<p>edited</p>")
+        << QByteArray("<p>bundle</p>");
+    QTest::newRow("equal page stays")
+        << QByteArray("<p>same</p>") << QByteArray("<p>same</p>") << QByteArray("<p>same</p>");
+    QTest::newRow("unreadable bundle page writes nothing")
+        << QByteArray("<none>") << QByteArray("<p>edited</p>") << QByteArray("<p>edited</p>");
+    QTest::newRow("no page anywhere stays so")
+        << QByteArray("<none>") << QByteArray("<none>") << QByteArray("<none>");
+}
+
+void TestSettingsWorkspace::previewPageFollowsTheBundle()
+{
+    QFETCH(QByteArray, bundlePage);
+    QFETCH(QByteArray, workspacePage);
+    QFETCH(QByteArray, expected);
+    QTemporaryDir tmp;
+    const QString bundle = tmp.filePath("img.bundle");
+    const QString ws = tmp.filePath("ws");
+    QDir().mkpath(bundle + "/Contents/Resources/html");
+    QDir().mkpath(ws);
+    if (bundlePage != "<none>")
+        writeFile(bundle + "/Contents/Resources/html/index.html", bundlePage);
+    if (workspacePage != "<none>")
+        writeFile(ws + "/index.html", workspacePage);
+    SettingsWorkspace::refreshPreviewPage(ws, bundle);
+    if (expected == "<none>")
+        QVERIFY(!QFileInfo::exists(ws + "/index.html"));
+    else
+        QCOMPARE(readFile(ws + "/index.html"), expected);
+}
+
+void TestSettingsWorkspace::keepListHasTheLocatedFilesThenTheBookFiles()
+{
+    QCOMPARE(SettingsWorkspace::keepList({"pic.png"}, "img"),
+             (QStringList{"pic.png", "files", "bookPlugin.js", "defaultsettings.dat",
+                          "settings.dat", "img.xml"}));
+    QCOMPARE(
+        SettingsWorkspace::keepList({}, "img"),
+        (QStringList{"files", "bookPlugin.js", "defaultsettings.dat", "settings.dat", "img.xml"}));
+}
+
+void TestSettingsWorkspace::filesListIsOneNamePerLine_data()
+{
+    QTest::addColumn<QStringList>("located");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("no located files: an empty file") << QStringList{} << QByteArray("");
+    QTest::newRow("one name, no newline") << QStringList{"pic.png"} << QByteArray("pic.png");
+    QTest::newRow("two names joined by a newline")
+        << QStringList{"a.png", "b b.jpg"} << QByteArray("a.png\nb b.jpg");
+    QTest::newRow("non-ASCII written as UTF-8")
+        << QStringList{QString::fromUtf8("画像.png")} << QByteArray("\xe7\x94\xbb\xe5\x83\x8f.png");
+}
+
+void TestSettingsWorkspace::filesListIsOneNamePerLine()
+{
+    QFETCH(QStringList, located);
+    QFETCH(QByteArray, bytes);
+    QTemporaryDir tmp;
+    writeFile(tmp.filePath("files"), "old contents that must go");
+    SettingsWorkspace::writeFilesList(tmp.path(), located);
+    QVERIFY(QFileInfo(tmp.filePath("files")).isFile());
+    QCOMPARE(readFile(tmp.filePath("files")), bytes);
+}
+
+void TestSettingsWorkspace::cleanKeepsExactlyTheKeepList_data()
+{
+    QTest::addColumn<QStringList>("entries");
+    QTest::addColumn<QStringList>("kept");
+    const QStringList book{"files", "bookPlugin.js", "defaultsettings.dat", "settings.dat",
+                           "img.xml"};
+    QTest::newRow("preview files go") << (book + QStringList{"index.html", "config.js", "pic.png"})
+                                      << (book + QStringList{"pic.png"});
+    QTest::newRow("sub-folders go with their contents")
+        << (book + QStringList{"css/a.css", "files2/plugin/x.png"}) << book;
+    QTest::newRow("hidden entries go") << (book + QStringList{".hidden", ".svn/entries"}) << book;
+    QTest::newRow("names compare case-sensitively")
+        << QStringList{"Settings.dat", "settings.dat", "IMG.xml"} << QStringList{"settings.dat"};
+    QTest::newRow("a nested name is not a top-level name")
+        << QStringList{"sub/settings.dat", "pic.png"} << QStringList{"pic.png"};
+}
+
+void TestSettingsWorkspace::cleanKeepsExactlyTheKeepList()
+{
+    QFETCH(QStringList, entries);
+    QFETCH(QStringList, kept);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    for (const QString &e : entries)
+        writeFile(ws + "/" + e, e.toUtf8());
+    SettingsWorkspace::cleanToKeepList(ws, SettingsWorkspace::keepList({"pic.png"}, "img"));
+    QStringList left =
+        QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    kept.sort();
+    QCOMPARE(left, kept);
+    for (const QString &k : kept)
+        QCOMPARE(readFile(ws + "/" + k), k.toUtf8());
+}
+
+void TestSettingsWorkspace::emptyWorkspacePathTouchesNothing()
+{
+    QTemporaryDir cwd;
+    writeFile(cwd.filePath("index.html"), "mine");
+    const QString previous = QDir::currentPath();
+    QDir::setCurrent(cwd.path());
+    SettingsWorkspace::writeFilesList(QString(), {"a"});
+    SettingsWorkspace::cleanToKeepList(QString(), {});
+    SettingsWorkspace::refreshPreviewPage(QString(), QString());
+    QDir::setCurrent(previous);
+    QCOMPARE(TreeSnapshot::take(cwd.path()), (TreeSnapshot::Tree{{"index.html", "mine"}}));
+}
+
+QTEST_GUILESS_MAIN(TestSettingsWorkspace)
+#include "tst_settingsworkspace.moc"

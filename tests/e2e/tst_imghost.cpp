@@ -1,0 +1,85 @@
+// The demo host as a program: it loads the bundle, shows the window, and prints the stop code and
+// isCloseBundle when the window closes.
+
+#include "testenv.h"
+
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestImgHost : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { TestEnv::isolate(); }
+    void screenshotRunPrintsTheStopCode_data();
+    void screenshotRunPrintsTheStopCode();
+    void quitWhenShownReportsTheWindow();
+    void missingBundleIsReported();
+
+private:
+    static QProcess *run(const QStringList &arguments, QObject *parent);
+};
+
+QProcess *TestImgHost::run(const QStringList &arguments, QObject *parent)
+{
+    auto *host = new QProcess(parent);
+    host->setProgram(QStringLiteral(IMG_HOST_EXE));
+    host->setArguments(arguments);
+    host->start();
+    return host;
+}
+
+void TestImgHost::screenshotRunPrintsTheStopCode_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("modal") << QStringList{};
+    QTest::newRow("modeless") << QStringList{"--modeless"};
+    QTest::newRow("German") << QStringList{"--language", "de"};
+}
+
+void TestImgHost::screenshotRunPrintsTheStopCode()
+{
+    QFETCH(QStringList, options);
+    QTemporaryDir tmp;
+    const QString shot = tmp.filePath("window.png");
+    const QString ws = tmp.filePath("ws");
+    QProcess *host = run(
+        options + QStringList{"--workspace", ws, "--screenshot", shot, "--screenshot-delay", "300"},
+        this);
+    QVERIFY(host->waitForFinished(120000));
+    const QByteArray out = host->readAllStandardOutput();
+    QVERIFY2(host->exitCode() == 0, host->readAllStandardError().constData());
+    QVERIFY2(out.contains("Screenshot of the settings window saved to " + shot.toUtf8()),
+             out.constData());
+    QVERIFY2(out.contains("stop code: 0\n"), out.constData());
+    QVERIFY2(out.contains("closeMode: 0\nisCloseBundle: true\n"), out.constData());
+    const QImage image(shot);
+    QVERIFY(!image.isNull());
+    QVERIFY(image.width() > 400 && image.height() > 300);
+    QVERIFY(QFileInfo::exists(ws + "/img.xml")); // the window filled the workspace it was given
+}
+
+void TestImgHost::quitWhenShownReportsTheWindow()
+{
+    QTemporaryDir tmp;
+    QProcess *host = run({"--workspace", tmp.filePath("ws"), "--quit-when-shown"}, this);
+    QVERIFY(host->waitForFinished(120000));
+    QCOMPARE(host->exitCode(), 0);
+    QCOMPARE(host->readAllStandardOutput(),
+             QByteArray("window shown\nstop code: 0\ncloseMode: 0\nisCloseBundle: true\n"));
+}
+
+void TestImgHost::missingBundleIsReported()
+{
+    QTemporaryDir tmp;
+    QProcess *host = run({"--bundle", tmp.filePath("nowhere.bundle")}, this);
+    QVERIFY(host->waitForFinished(60000));
+    QCOMPARE(host->exitCode(), 2);
+    QVERIFY(host->readAllStandardError().contains("imghost: no plugin folder"));
+}
+
+QTEST_GUILESS_MAIN(TestImgHost)
+#include "tst_imghost.moc"

@@ -1,0 +1,650 @@
+// The settings window as a host sees it: the real plugin, loaded from the built bundle through the
+// demo host's loading code, driven through its widgets, and judged by its stop code and the
+// workspace it leaves behind.
+
+#include "imgpluginfactory.h"
+#include "pluginhost.h"
+#include "testenv.h"
+#include "treesnapshot.h"
+#include "windowdriver.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QDomDocument>
+#include <QLineEdit>
+#include <QProcess>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+using TreeSnapshot::readFile;
+using TreeSnapshot::Tree;
+using TreeSnapshot::writeFile;
+
+namespace {
+
+const QByteArray kBundleDefaults("10.0\n26.0\n60.0\n26.0\n0.0\n1");
+
+QString bundleDir()
+{
+    return QStringLiteral(IMG_BUNDLE_DIR);
+}
+
+// One opening of the settings window.
+struct Session
+{
+    std::unique_ptr<ImgSettingsController> controller;
+    QDialog *window = nullptr;
+
+    template<typename T> T *find(const char *name) const
+    {
+        return window ? window->findChild<T *>(QLatin1String(name)) : nullptr;
+    }
+    QLineEdit *field(const char *name) const { return find<QLineEdit>(name); }
+    QString text(const char *name) const
+    {
+        QLineEdit *f = field(name);
+        return f ? f->text() : QStringLiteral("<no field>");
+    }
+    void click(const char *name) const
+    {
+        if (auto *button = find<QAbstractButton>(name))
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    // Replaces the field's text keystroke by keystroke, as a user selecting it and typing.
+    void type(const char *name, const QString &keys) const
+    {
+        QLineEdit *f = field(name);
+        if (!f)
+            return;
+        f->setFocus();
+        f->selectAll();
+        if (keys.isEmpty())
+            QTest::keyClick(f, Qt::Key_Backspace);
+        else
+            QTest::keyClicks(f, keys);
+    }
+};
+
+QByteArray settingsLine(const QString &ws, int index)
+{
+    return readFile(ws + "/settings.dat").split('\n').value(index);
+}
+
+} // namespace
+
+class TestSettingsWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void okLeavesTheKeepListAndTheBookScript();
+    void okWithoutLocatedFilesWritesAnEmptyFilesList();
+    void cancelGivesBackTheOpeningTree();
+    void closeBoxAnsweredOKKeepsTheLiveState();
+    void closeBoxAnsweredCancelGivesBackTheOpeningTree();
+    void escapeAsksLikeTheCloseBox();
+
+    void typingIntoAField_data();
+    void typingIntoAField();
+    void sliderRewritesTheTransparencyField();
+    void dragOfTheBoxFollowsInTheFieldsAndSavesOnRelease();
+    void layerIsSavedWithTheNextSave();
+    void defaultRestoresTheBundlesPosition();
+    void defaultFallsBackToTheWorkspaceDefaults();
+    void defaultWithoutDefaultsFileChangesNothing();
+
+    void firstRunBuildsTheWorkspace();
+    void firstRunWithoutWorkspaceUsesThePluginSaveFolder();
+    void damagedImgXmlStillOpensAndOKRepairsIt();
+    void damagedSettingsFileLoadsAsZeros_data();
+    void damagedSettingsFileLoadsAsZeros();
+
+private:
+    Session open(const QString &ws, const QString &bundle = bundleDir(),
+                 const QString &language = "en");
+    // A workspace as a previous session left it: filled from the bundle, one edit saved live.
+    void prepareWorkspace(const QString &ws);
+    void closeByCloseBox(Session &s, const QString &answer, QString *alertText = nullptr);
+    QByteArray restoreBookScript(const QString &path);
+
+    PluginHost m_host;
+};
+
+void TestSettingsWindow::initTestCase()
+{
+    TestEnv::isolate();
+    QVERIFY2(m_host.load(bundleDir()), qPrintable(m_host.errorString()));
+    QVERIFY(m_host.factory());
+}
+
+Session TestSettingsWindow::open(const QString &ws, const QString &bundle, const QString &language)
+{
+    Session s;
+    s.controller.reset(m_host.factory()->createSettingsDelegate(language, bundle));
+    if (!s.controller)
+        return s;
+    s.controller->setModalMode(false);
+    if (!ws.isEmpty())
+        s.controller->setWorkSpace(ws);
+    s.window = s.controller->window();
+    if (s.window) {
+        s.window->show();
+        if (!QTest::qWaitForWindowExposed(s.window))
+            qWarning("window not exposed");
+    }
+    return s;
+}
+
+void TestSettingsWindow::closeByCloseBox(Session &s, const QString &answer, QString *alertText)
+{
+    WindowDriver::AlertAnswerer answerer(answer);
+    s.window->close();
+    QVERIFY(answerer.answered());
+    if (alertText)
+        *alertText = answerer.alertText();
+}
+
+void TestSettingsWindow::prepareWorkspace(const QString &ws)
+{
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtLeft", "10");
+    closeByCloseBox(s, "OK");
+    QCOMPARE(s.controller->closeMode(), 1);
+    QVERIFY(QFileInfo::exists(ws + "/settings.dat"));
+}
+
+// The book's own loader restores the scrambled script; node runs it.
+QByteArray TestSettingsWindow::restoreBookScript(const QString &path)
+{
+    QProcess node;
+    const QString loader = QStringLiteral(IMG_SOURCE_DIR "/book/imgplugin.js");
+    const QString script = QStringLiteral(
+        "const fs = require('fs');"
+        "const ImgPlugin = require(process.argv[1]);"
+        "const text = ImgPlugin.unscramble(fs.readFileSync(process.argv[2], 'utf8'));"
+        "process.stdout.write(JSON.stringify(ImgPlugin.readSettings(text, 'bookPlugin')));");
+    node.start(QStringLiteral("node"), {QStringLiteral("-e"), script, loader, path});
+    if (!node.waitForFinished(30000) || node.exitCode() != 0)
+        return "node failed: " + node.readAllStandardError();
+    return node.readAllStandardOutput();
+}
+
+// ---- the four ways of closing
+
+void TestSettingsWindow::okLeavesTheKeepListAndTheBookScript()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    writeFile(ws + "/pic.png", QByteArray("\x89PNG\r\n\x1a\n", 8));
+    QByteArray xml = readFile(ws + "/img.xml");
+    xml.replace("<src type=\"file\"></src>", "<src type=\"file\">pic.png</src>");
+    QVERIFY(xml.contains("pic.png"));
+    writeFile(ws + "/img.xml", xml);
+    writeFile(ws + "/.hidden", "x");
+    writeFile(ws + "/old/nested/file.txt", "x");
+    writeFile(ws + "/Settings.dat", "other case");
+
+    Session s = open(ws);
+    QVERIFY(s.window);
+    QSignalSpy finished(s.window, &QDialog::finished);
+    QSignalSpy closed(s.controller->object(), SIGNAL(windowClosed(int)));
+    QCOMPARE(s.controller->isCloseBundle(), false);
+    s.type("txtLeft", "15");
+    writeFile(ws + "/created-meanwhile.txt", "x");
+    s.click("btnOK");
+
+    QCOMPARE(s.controller->closeMode(), 1);
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.at(0).at(0).toInt(), 1);
+    QCOMPARE(closed.count(), 1);
+    QCOMPARE(closed.at(0).at(0).toInt(), 1);
+    QVERIFY(!s.window->isVisible());
+
+    const QStringList left =
+        QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    QCOMPARE(left, (QStringList{"bookPlugin.js", "defaultsettings.dat", "files", "img.xml",
+                                "pic.png", "settings.dat"}));
+    QCOMPARE(readFile(ws + "/files"), QByteArray("pic.png"));
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("15.0\n26.0\n60.0\n26.0\n0.0\n1"));
+    QCOMPARE(readFile(ws + "/pic.png"), QByteArray("\x89PNG\r\n\x1a\n", 8));
+
+    const QByteArray book = readFile(ws + "/bookPlugin.js");
+    QVERIFY(!book.isEmpty());
+    QVERIFY2(!book.startsWith("\xEF\xBB\xBF"), "the book script has no byte-order mark");
+    QVERIFY2(!book.contains("pic.png"), "the book script is scrambled");
+    const QByteArray restored = restoreBookScript(ws + "/bookPlugin.js");
+    QVERIFY2(restored.contains("files/plugin/pic.png"), restored.constData());
+    QVERIFY2(restored.contains("15.0%"), restored.constData());
+}
+
+void TestSettingsWindow::okWithoutLocatedFilesWritesAnEmptyFilesList()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.click("btnOK");
+    QCOMPARE(s.controller->closeMode(), 1);
+    QVERIFY(QFileInfo(ws + "/files").isFile());
+    QCOMPARE(readFile(ws + "/files"), QByteArray());
+    const QStringList left =
+        QDir(ws).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    QCOMPARE(left, (QStringList{"bookPlugin.js", "defaultsettings.dat", "files", "img.xml",
+                                "settings.dat"}));
+}
+
+void TestSettingsWindow::cancelGivesBackTheOpeningTree()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    writeFile(ws + "/.hidden", "hidden at opening");
+    writeFile(ws + "/sub/deeper/kept.txt", "nested at opening");
+    writeFile(ws + "/doomed.txt", "deleted meanwhile");
+    const Tree opening = TreeSnapshot::take(ws);
+
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtLeft", "42");
+    s.type("txtTransparency", "80");
+    s.find<QSlider>("sldTrans")->setValue(1234);
+    QVERIFY(readFile(ws + "/settings.dat") != opening.value("settings.dat"));
+    writeFile(ws + "/.new-hidden", "created meanwhile");
+    writeFile(ws + "/newdir/inner/file.txt", "created meanwhile");
+    writeFile(ws + "/sub/deeper/kept.txt", "changed meanwhile");
+    QFile::remove(ws + "/doomed.txt");
+    QFile::remove(ws + "/.hidden");
+    QSignalSpy finished(s.window, &QDialog::finished);
+
+    s.click("btnCancel");
+    QCOMPARE(s.controller->closeMode(), 0);
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.at(0).at(0).toInt(), 0);
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestSettingsWindow::closeBoxAnsweredOKKeepsTheLiveState()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    writeFile(ws + "/leftover.txt", "no clean-up");
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtLeft", "33");
+    const Tree live = TreeSnapshot::take(ws);
+    QString alert;
+    closeByCloseBox(s, "OK", &alert);
+
+    QCOMPARE(alert, QStringLiteral("Do you want to apply the settings?"));
+    QCOMPARE(s.controller->closeMode(), 1);
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QVERIFY(!s.window->isVisible());
+    QCOMPARE(TreeSnapshot::take(ws), live);
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("33.0\n26.0\n60.0\n26.0\n0.0\n1"));
+    QVERIFY(QFileInfo::exists(ws + "/index.html"));
+    QVERIFY(QFileInfo::exists(ws + "/config.js"));
+    QVERIFY(!QFileInfo::exists(ws + "/bookPlugin.js"));
+    QVERIFY(!QFileInfo::exists(ws + "/files"));
+}
+
+void TestSettingsWindow::closeBoxAnsweredCancelGivesBackTheOpeningTree()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    writeFile(ws + "/.hidden/inside", "hidden folder at opening");
+    const Tree opening = TreeSnapshot::take(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtBottom", "5");
+    writeFile(ws + "/.hidden/new", "created meanwhile");
+    writeFile(ws + "/img.xml", "changed meanwhile");
+    QString alert;
+    closeByCloseBox(s, "Cancel", &alert);
+    QCOMPARE(alert, QStringLiteral("Do you want to apply the settings?"));
+    QCOMPARE(s.controller->closeMode(), 0);
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestSettingsWindow::escapeAsksLikeTheCloseBox()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    const Tree opening = TreeSnapshot::take(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtTop", "1");
+    WindowDriver::AlertAnswerer answerer("Cancel");
+    QTest::keyClick(s.field("txtTop"), Qt::Key_Escape);
+    QVERIFY(answerer.answered());
+    QCOMPARE(s.controller->closeMode(), 0);
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+// ---- the fields, the slider, the canvas and the layer
+
+void TestSettingsWindow::typingIntoAField_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QByteArray>("saved");
+    QTest::newRow("12a in left leaves 12") << "txtLeft"
+                                           << "12a"
+                                           << "12" << 0 << QByteArray("12.0");
+    QTest::newRow("cleared top stores 0") << "txtTop"
+                                          << ""
+                                          << "" << 1 << QByteArray("0.0");
+    QTest::newRow("second point is removed") << "txtRight"
+                                             << "1.2."
+                                             << "1.2" << 2 << QByteArray("1.2");
+    QTest::newRow("no clamping of a margin") << "txtBottom"
+                                             << "150"
+                                             << "150" << 3 << QByteArray("150.0");
+    QTest::newRow("no sign") << "txtLeft"
+                             << "-5"
+                             << "5" << 0 << QByteArray("5.0");
+    QTest::newRow("lone point stores 0") << "txtTop"
+                                         << "."
+                                         << "." << 1 << QByteArray("0.0");
+    QTest::newRow("transparency typed") << "txtTransparency"
+                                        << "45"
+                                        << "45" << 4 << QByteArray("45.0");
+    QTest::newRow("no clamping of transparency") << "txtTransparency"
+                                                 << "400"
+                                                 << "400" << 4 << QByteArray("400.0");
+}
+
+void TestSettingsWindow::typingIntoAField()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, keys);
+    QFETCH(QString, shown);
+    QFETCH(int, line);
+    QFETCH(QByteArray, saved);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    const QByteArray name = field.toLatin1();
+    s.type(name.constData(), keys);
+    QCOMPARE(s.text(name.constData()), shown);
+    QCOMPARE(settingsLine(ws, line), saved);
+    // Every keystroke also refreshes the preview files.
+    QVERIFY(QFileInfo::exists(ws + "/config.js"));
+    QVERIFY(QFileInfo::exists(ws + "/index.html"));
+    auto *slider = s.find<QSlider>("sldTrans");
+    if (field == "txtTransparency")
+        QCOMPARE(slider->value(), qMin(slider->maximum(), qRound(shown.toDouble() * 100)));
+    else
+        QCOMPARE(slider->value(), 0);
+    s.click("btnCancel");
+}
+
+void TestSettingsWindow::sliderRewritesTheTransparencyField()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    auto *slider = s.find<QSlider>("sldTrans");
+    QVERIFY(slider);
+    QCOMPARE(slider->minimum(), 0);
+    QCOMPARE(slider->maximum() / 100, 100); // percent, in hundredths
+    slider->setValue(3726);
+    QCOMPARE(s.text("txtTransparency"), QStringLiteral("37.3"));
+    QCOMPARE(settingsLine(ws, 4), QByteArray("37.3"));
+    slider->setFocus();
+    QTest::keyClick(slider, Qt::Key_End);
+    QCOMPARE(s.text("txtTransparency"), QStringLiteral("100.0"));
+    QCOMPARE(settingsLine(ws, 4), QByteArray("100.0"));
+    s.type("txtTransparency", "12.5");
+    QCOMPARE(slider->value(), 1250);
+    s.click("btnCancel");
+}
+
+void TestSettingsWindow::dragOfTheBoxFollowsInTheFieldsAndSavesOnRelease()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    auto *canvas = s.find<QWidget>("positionView");
+    QVERIFY(canvas);
+    QTRY_VERIFY(!canvas->findChildren<QWidget *>().isEmpty());
+    QWidget *box = canvas->findChildren<QWidget *>().first();
+    QTRY_VERIFY(box->isVisible() && box->width() > 30);
+
+    const QByteArray before = readFile(ws + "/settings.dat");
+    const QPoint grip = box->rect().center();
+    QTest::mousePress(box, Qt::LeftButton, Qt::NoModifier, grip);
+    QString lastLeft = s.text("txtLeft");
+    for (int step = 1; step <= 3; ++step) {
+        QTest::mouseMove(box, grip + QPoint(6 * step, -4 * step));
+        const QString left = s.text("txtLeft");
+        QVERIFY2(QRegularExpression("^\\d+\\.\\d$").match(left).hasMatch(), qPrintable(left));
+        QVERIFY2(left != lastLeft, qPrintable(QString("step %1 left %2").arg(step).arg(left)));
+        lastLeft = left;
+        QCOMPARE(readFile(ws + "/settings.dat"), before);
+    }
+    QTest::mouseRelease(box, Qt::LeftButton, Qt::NoModifier, grip + QPoint(18, -12));
+    const QByteArray after = readFile(ws + "/settings.dat");
+    QVERIFY(after != before);
+    const QList<QByteArray> lines = after.split('\n');
+    QCOMPARE(lines.value(0), s.text("txtLeft").toLatin1());
+    QCOMPARE(lines.value(1), s.text("txtTop").toLatin1());
+    QCOMPARE(lines.value(2), s.text("txtRight").toLatin1());
+    QCOMPARE(lines.value(3), s.text("txtBottom").toLatin1());
+    s.click("btnCancel");
+}
+
+void TestSettingsWindow::layerIsSavedWithTheNextSave()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    auto *above = s.find<QRadioButton>("radLayerAbove");
+    auto *below = s.find<QRadioButton>("radLayerBelow");
+    QVERIFY(above && below);
+    QVERIFY(above->isChecked());
+    const QByteArray before = readFile(ws + "/settings.dat");
+    QTest::mouseClick(below, Qt::LeftButton);
+    QVERIFY(below->isChecked());
+    QCOMPARE(readFile(ws + "/settings.dat"), before);
+    s.type("txtLeft", "11");
+    QCOMPARE(settingsLine(ws, 5), QByteArray("0"));
+    QTest::mouseClick(above, Qt::LeftButton);
+    s.click("btnOK");
+    QCOMPARE(settingsLine(ws, 5), QByteArray("1"));
+}
+
+void TestSettingsWindow::defaultRestoresTheBundlesPosition()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtLeft", "77");
+    s.type("txtTransparency", "50");
+    const QByteArray xml = readFile(ws + "/img.xml");
+    s.click("btnDefault");
+    QCOMPARE(s.text("txtLeft"), QStringLiteral("10.0"));
+    QCOMPARE(s.text("txtTop"), QStringLiteral("26.0"));
+    QCOMPARE(s.text("txtRight"), QStringLiteral("60.0"));
+    QCOMPARE(s.text("txtBottom"), QStringLiteral("26.0"));
+    QCOMPARE(s.text("txtTransparency"), QStringLiteral("0.0"));
+    QCOMPARE(s.find<QSlider>("sldTrans")->value(), 0);
+    QCOMPARE(readFile(ws + "/settings.dat"), kBundleDefaults);
+    QCOMPARE(readFile(ws + "/img.xml"), xml); // the private setting stays
+    s.click("btnCancel");
+}
+
+void TestSettingsWindow::defaultFallsBackToTheWorkspaceDefaults()
+{
+    QTemporaryDir tmp;
+    const QString bundle = tmp.filePath("img.bundle");
+    QVERIFY(QDir().mkpath(bundle));
+    QVERIFY(QProcess::execute("cp", {"-R", bundleDir() + "/Contents", bundle}) == 0);
+    QVERIFY(QFile::remove(bundle + "/Contents/Resources/data/defaultsettings.dat"));
+    const QString ws = tmp.filePath("ws");
+    writeFile(ws + "/defaultsettings.dat", "5.0\n6.0\n7.0\n8.0\n50.0\n0");
+    writeFile(ws + "/settings.dat", "1.0\n2.0\n3.0\n4.0\n0.0\n1");
+    Session s = open(ws, bundle);
+    QVERIFY(s.window);
+    QCOMPARE(s.text("txtLeft"), QStringLiteral("1.0"));
+    s.click("btnDefault");
+    QCOMPARE(s.text("txtLeft"), QStringLiteral("5.0"));
+    QCOMPARE(s.text("txtTransparency"), QStringLiteral("50.0"));
+    QVERIFY(s.find<QRadioButton>("radLayerBelow")->isChecked());
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("5.0\n6.0\n7.0\n8.0\n50.0\n0"));
+    s.click("btnCancel");
+}
+
+void TestSettingsWindow::defaultWithoutDefaultsFileChangesNothing()
+{
+    QTemporaryDir tmp;
+    const QString bundle = tmp.filePath("img.bundle");
+    QVERIFY(QDir().mkpath(bundle));
+    QVERIFY(QProcess::execute("cp", {"-R", bundleDir() + "/Contents", bundle}) == 0);
+    QVERIFY(QFile::remove(bundle + "/Contents/Resources/data/defaultsettings.dat"));
+    const QString ws = tmp.filePath("ws");
+    writeFile(ws + "/settings.dat", "1.0\n2.0\n3.0\n4.0\n9.0\n1");
+    Session s = open(ws, bundle);
+    QVERIFY(s.window);
+    QVERIFY(!QFileInfo::exists(ws + "/defaultsettings.dat"));
+    const Tree before = TreeSnapshot::take(ws);
+    WindowDriver::StdoutCapture capture;
+    s.click("btnDefault");
+    const QByteArray out = capture.text();
+    QCOMPARE(out, QByteArray("defaultsettings.dat not found!\n"));
+    QCOMPARE(s.text("txtLeft"), QStringLiteral("1.0"));
+    QCOMPARE(s.text("txtTransparency"), QStringLiteral("9.0"));
+    QCOMPARE(TreeSnapshot::take(ws), before);
+    s.click("btnCancel");
+}
+
+// ---- unusual workspaces
+
+void TestSettingsWindow::firstRunBuildsTheWorkspace()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("deep/er/ws");
+    Session s = open(ws);
+    QVERIFY(s.window);
+    QVERIFY(QFileInfo::exists(ws + "/index.html"));
+    QVERIFY(QFileInfo::exists(ws + "/img.xml"));
+    QCOMPARE(readFile(ws + "/defaultsettings.dat"), kBundleDefaults);
+    QVERIFY(!QFileInfo::exists(ws + "/settings.dat"));
+    QCOMPARE(s.text("txtLeft"), QStringLiteral("10.0"));
+    QCOMPARE(s.text("txtTop"), QStringLiteral("26.0"));
+    QCOMPARE(s.text("txtRight"), QStringLiteral("60.0"));
+    QCOMPARE(s.text("txtBottom"), QStringLiteral("26.0"));
+    QCOMPARE(s.text("txtTransparency"), QStringLiteral("0.0"));
+    QVERIFY(s.find<QRadioButton>("radLayerAbove")->isChecked());
+    QCOMPARE(s.window->windowTitle(), QStringLiteral("Plugin Settings - Image Plugin"));
+    const Tree opening = TreeSnapshot::take(ws);
+    s.type("txtLeft", "20");
+    s.click("btnCancel");
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestSettingsWindow::firstRunWithoutWorkspaceUsesThePluginSaveFolder()
+{
+    const QString expected = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                             "/Kelvara/quillamy_resource/Plugin/Save/img";
+    QDir(expected).removeRecursively();
+    Session s = open(QString());
+    QVERIFY(s.window);
+    QCOMPARE(s.controller->workSpace(), expected);
+    QVERIFY(QFileInfo::exists(expected + "/img.xml"));
+    s.click("btnCancel");
+    QCOMPARE(s.controller->closeMode(), 0);
+}
+
+void TestSettingsWindow::damagedImgXmlStillOpensAndOKRepairsIt()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    writeFile(ws + "/img.xml", "<info><properties><extended><src type=\"file\">pic");
+    Session s = open(ws);
+    QVERIFY(s.window);
+    QCOMPARE(s.text("txtLeft"), QStringLiteral("10.0"));
+    s.type("txtLeft", "12");
+    QCOMPARE(settingsLine(ws, 0), QByteArray("12.0"));
+    s.click("btnOK");
+    QCOMPARE(s.controller->closeMode(), 1);
+    QDomDocument doc;
+    QVERIFY2(bool(doc.setContent(readFile(ws + "/img.xml"))),
+             readFile(ws + "/img.xml").constData());
+    QVERIFY(QFileInfo::exists(ws + "/bookPlugin.js"));
+}
+
+void TestSettingsWindow::damagedSettingsFileLoadsAsZeros_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("fields"); // left, top, right, bottom, transparency
+    const QStringList zeros{"0.0", "0.0", "0.0", "0.0", "0.0"};
+    QTest::newRow("binary bytes") << QByteArray("\x00\xff\xfe\x01\x02garbage", 12) << zeros;
+    QTest::newRow("empty file") << QByteArray() << zeros;
+    QTest::newRow("five lines") << QByteArray("1\n2\n3\n4\n5") << zeros;
+    QTest::newRow("letters in a margin line read 0")
+        << QByteArray("abc\n2\n3\n4\n5\n1") << QStringList{"0.0", "2.0", "3.0", "4.0", "5.0"};
+    QTest::newRow("windows line ends read the same")
+        << QByteArray("10.0\r\n20.0\r\n30.0\r\n15.0\r\n0.0\r\n1")
+        << QStringList{"10.0", "20.0", "30.0", "15.0", "0.0"};
+    QTest::newRow("a seventh line is ignored")
+        << QByteArray("1\n2\n3\n4\n5\n1\n99") << QStringList{"1.0", "2.0", "3.0", "4.0", "5.0"};
+}
+
+void TestSettingsWindow::damagedSettingsFileLoadsAsZeros()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QStringList, fields);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    writeFile(ws + "/settings.dat", content);
+    const Tree opening = TreeSnapshot::take(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    QCOMPARE((QStringList{s.text("txtLeft"), s.text("txtTop"), s.text("txtRight"),
+                          s.text("txtBottom"), s.text("txtTransparency")}),
+             fields);
+    s.click("btnCancel");
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    TestSettingsWindow suite;
+    return QTest::qExec(&suite, argc, argv);
+}
+
+#include "tst_settingswindow.moc"

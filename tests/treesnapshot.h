@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+#include <QString>
+
+// A folder tree as data, for comparing workspaces byte for byte: every entry below the root
+// (hidden ones included) mapped to its bytes, or to "<dir>" for a folder.
+namespace TreeSnapshot {
+
+using Tree = QMap<QString, QByteArray>;
+
+inline Tree take(const QString &root)
+{
+    Tree tree;
+    QDirIterator it(root, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    const QDir base(root);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        const QString rel = base.relativeFilePath(path);
+        if (QFileInfo(path).isDir()) {
+            tree.insert(rel, QByteArrayLiteral("<dir>"));
+        } else {
+            QFile file(path);
+            tree.insert(rel, file.open(QIODevice::ReadOnly) ? file.readAll()
+                                                            : QByteArrayLiteral("<unreadable>"));
+        }
+    }
+    return tree;
+}
+
+inline void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(bytes);
+}
+
+inline QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace TreeSnapshot

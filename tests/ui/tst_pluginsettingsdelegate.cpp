@@ -1,0 +1,372 @@
+// The settings window controller in-process: creation, the shared position record, the slider's
+// precision, the layer choice, and saving without a workspace.
+
+#include "bundlepaths.h"
+#include "localisation.h"
+#include "pluginsettingsdelegate.h"
+#include "positionview.h"
+#include "testenv.h"
+#include "treesnapshot.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QProcess>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using TreeSnapshot::readFile;
+using TreeSnapshot::writeFile;
+
+class TestPluginSettingsDelegate : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void nullArgumentsKeepTheLanguageAndUseTheMainBundle();
+    void bundleWithoutWindowDescriptionCreatesNothing();
+    void languageWithoutItsOwnDescriptionUsesEnglish_data();
+    void languageWithoutItsOwnDescriptionUsesEnglish();
+    void creationMakesAnEmptyBackupFolderNamedByTheTime();
+    void modalModeIsStored();
+    void recordIsTheCanvasesOwnAfterLoading();
+    void sliderStoresTheUnroundedValue();
+    void unknownLayerLeavesTheChoice();
+    void saveWithoutWorkspaceFolderWritesNothingButMarksThePreview();
+    void loadWithoutWorkspaceCreatesNoCanvas();
+    void timerTickConsumesTheChange();
+    void timerTicksInsideAModalRun();
+    void destroyingAnOpenWindowIsSafe();
+    void brokenWindowDescriptionGivesNoWindow();
+    void layerLineIsReadAsAnInteger();
+    void saveReplacesAnEditedPreviewPage();
+    void missingPrivateViewDescriptionStillCloses();
+    void vanishedWorkspaceWritesNothingAndCancelRestores();
+
+private:
+    static QString bundle() { return QStringLiteral(IMG_BUNDLE_DIR); }
+    // A copy of the bundle's resources that a test may break.
+    QString copyOfBundle(const QString &name)
+    {
+        const QString copy = m_tmp.filePath(name);
+        QDir().mkpath(copy);
+        if (QProcess::execute("cp", {"-R", bundle() + "/Contents", copy}) != 0)
+            return QString();
+        return copy;
+    }
+    QTemporaryDir m_tmp;
+};
+
+void TestPluginSettingsDelegate::initTestCase()
+{
+    TestEnv::isolate();
+    QVERIFY(m_tmp.isValid());
+}
+
+void TestPluginSettingsDelegate::nullArgumentsKeepTheLanguageAndUseTheMainBundle()
+{
+    setDefaultLanguageCode(QStringLiteral("de"));
+    PluginSettingsDelegate delegate{QString(), QString()};
+    QCOMPARE(defaultLanguageCode(), QStringLiteral("de"));
+    QCOMPARE(delegate.bundlePath(), BundlePaths::mainBundlePath());
+    QCOMPARE(defaultBundlePath(), BundlePaths::mainBundlePath());
+    // The test program's own folder holds no window description.
+    QVERIFY(delegate.windowDescriptionPath().isEmpty());
+    QVERIFY(!PluginSettingsDelegate::create(QString(), QString()));
+    setDefaultLanguageCode(QStringLiteral("en"));
+}
+
+void TestPluginSettingsDelegate::bundleWithoutWindowDescriptionCreatesNothing()
+{
+    const QString empty = m_tmp.filePath("empty.bundle");
+    QDir().mkpath(empty + "/Contents/Resources/en.lproj");
+    const QDir temp(QDir::tempPath());
+    const QStringList before = temp.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    QVERIFY(!PluginSettingsDelegate::create(QStringLiteral("en"), empty));
+    QCOMPARE(temp.entryList(QDir::Dirs | QDir::NoDotAndDotDot), before); // no backup folder left
+}
+
+void TestPluginSettingsDelegate::languageWithoutItsOwnDescriptionUsesEnglish_data()
+{
+    QTest::addColumn<QString>("language"); // "<unset>": no language code at all
+    QTest::addColumn<bool>("englishOnly"); // a bundle whose de.lproj lacks the description
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("German description present") << "de" << false << "de.lproj";
+    QTest::newRow("German folder without the description uses English")
+        << "de" << true << "en.lproj";
+    QTest::newRow("Swedish falls back to English") << "sv" << false << "en.lproj";
+    QTest::newRow("no language code tries English first") << "<unset>" << false << "en.lproj";
+}
+
+void TestPluginSettingsDelegate::languageWithoutItsOwnDescriptionUsesEnglish()
+{
+    QFETCH(QString, language);
+    QFETCH(bool, englishOnly);
+    QFETCH(QString, folder);
+    QString bundlePath = bundle();
+    if (englishOnly) {
+        bundlePath = m_tmp.filePath("english-only.bundle");
+        QDir().mkpath(bundlePath + "/Contents/Resources/de.lproj");
+        QDir().mkpath(bundlePath + "/Contents/Resources/en.lproj");
+        QFile::copy(bundle() + "/Contents/Resources/en.lproj/PluginSettingsDelegate.ui",
+                    bundlePath + "/Contents/Resources/en.lproj/PluginSettingsDelegate.ui");
+    }
+    if (language == "<unset>") {
+        setDefaultLanguageCode(QString());
+        language = QString();
+    }
+    auto delegate = PluginSettingsDelegate::create(language, bundlePath);
+    QVERIFY(delegate);
+    QCOMPARE(delegate->windowDescriptionPath(),
+             bundlePath + "/Contents/Resources/" + folder + "/PluginSettingsDelegate.ui");
+    setDefaultLanguageCode(QStringLiteral("en"));
+}
+
+void TestPluginSettingsDelegate::creationMakesAnEmptyBackupFolderNamedByTheTime()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString backup = delegate->backupSettingPath();
+    QCOMPARE(QFileInfo(backup).path(), QDir::tempPath());
+    QVERIFY(QRegularExpression("^\\d+\\.\\d{6}$").match(QFileInfo(backup).fileName()).hasMatch());
+    QVERIFY(QFileInfo(backup).isDir());
+    QVERIFY(TreeSnapshot::take(backup).isEmpty());
+}
+
+void TestPluginSettingsDelegate::modalModeIsStored()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    QCOMPARE(delegate->isModalMode(), false);
+    delegate->setModalMode(true);
+    QCOMPARE(delegate->isModalMode(), true);
+    delegate->setIsModalMode(false);
+    QCOMPARE(delegate->isModalMode(), false);
+}
+
+void TestPluginSettingsDelegate::recordIsTheCanvasesOwnAfterLoading()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("record"));
+    QVERIFY(delegate->window());
+    QVERIFY(delegate->positionView());
+    QCOMPARE(&delegate->position(), delegate->positionView()->positionRect());
+    // A field edit writes straight into the canvas's record.
+    auto *left = delegate->window()->findChild<QLineEdit *>("txtLeft");
+    left->setFocus();
+    left->selectAll();
+    QTest::keyClicks(left, "33");
+    QCOMPARE(delegate->positionView()->positionRect()->left(), 33.0f);
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::sliderStoresTheUnroundedValue()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("slider");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    auto *slider = delegate->window()->findChild<QSlider *>("sldTrans");
+    slider->setValue(3726);
+    QCOMPARE(delegate->position().transparency(), 37.26f);
+    QCOMPARE(delegate->window()->findChild<QLineEdit *>("txtTransparency")->text(),
+             QStringLiteral("37.3"));
+    QCOMPARE(readFile(ws + "/settings.dat").split('\n').value(4), QByteArray("37.3"));
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::unknownLayerLeavesTheChoice()
+{
+    const QString ws = m_tmp.filePath("layer");
+    writeFile(ws + "/settings.dat", "1.0\n2.0\n3.0\n4.0\n5.0\n7");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    QVERIFY(delegate->window()->findChild<QAbstractButton *>("radLayerAbove")->isChecked());
+    // The opening save reads the layer back from the choice.
+    QCOMPARE(delegate->position().layer(), 1);
+    delegate->saveGlobalSettings();
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("1.0\n2.0\n3.0\n4.0\n5.0\n1"));
+    delegate->onCancel();
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("1.0\n2.0\n3.0\n4.0\n5.0\n7"));
+}
+
+void TestPluginSettingsDelegate::saveWithoutWorkspaceFolderWritesNothingButMarksThePreview()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("never-made");
+    delegate->setWorkSpace(ws);
+    delegate->setChanged(false);
+    delegate->saveGlobalSettings();
+    QVERIFY(!QFileInfo::exists(ws));
+    QCOMPARE(delegate->isChanged(), true);
+}
+
+void TestPluginSettingsDelegate::loadWithoutWorkspaceCreatesNoCanvas()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->loadSettings();
+    QVERIFY(!delegate->positionView());
+    QCOMPARE(delegate->position().left(), 0.0f);
+}
+
+void TestPluginSettingsDelegate::timerTickConsumesTheChange()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("timer"));
+    QVERIFY(delegate->window());
+    QCOMPARE(delegate->isChanged(), true); // the first tick loads the preview
+    QTRY_COMPARE_WITH_TIMEOUT(delegate->isChanged(), false, 2000);
+    delegate->saveGlobalSettings();
+    QCOMPARE(delegate->isChanged(), true);
+    QTRY_COMPARE_WITH_TIMEOUT(delegate->isChanged(), false, 2000);
+    delegate->onCancel();
+    delegate->setChanged(true);
+    QTest::qWait(700); // the timer stopped with the window
+    QCOMPARE(delegate->isChanged(), true);
+}
+
+void TestPluginSettingsDelegate::timerTicksInsideAModalRun()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setModalMode(true);
+    delegate->setWorkSpace(m_tmp.filePath("modal"));
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    bool consumedInside = false;
+    QTimer probe;
+    probe.setInterval(50);
+    connect(&probe, &QTimer::timeout, window, [&] {
+        if (!delegate->isChanged()) {
+            consumedInside = true;
+            delegate->onCancel();
+        }
+    });
+    probe.start();
+    QTimer::singleShot(5000, window, [&] { delegate->onCancel(); }); // never hang the suite
+    QCOMPARE(window->exec(), 0);
+    QVERIFY(consumedInside);
+}
+
+void TestPluginSettingsDelegate::destroyingAnOpenWindowIsSafe()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("open"));
+    QPointer<QDialog> window = delegate->window();
+    QVERIFY(window);
+    window->show();
+    delegate.reset();
+    QVERIFY(window.isNull());
+}
+
+void TestPluginSettingsDelegate::layerLineIsReadAsAnInteger()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("layer-line"));
+    QVERIFY(delegate->window());
+    const QString file = m_tmp.filePath("layer-line.dat");
+    writeFile(file, "1.0\n2.0\n3.0\n4.0\n5.0\n2.9");
+    delegate->loadSettingFromFile(file);
+    QCOMPARE(delegate->position().layer(), 2);
+    writeFile(file, "1.0\n2.0\n3.0\n4.0\n5.0\n0");
+    delegate->loadSettingFromFile(file);
+    QCOMPARE(delegate->position().layer(), 0);
+    QVERIFY(delegate->window()->findChild<QAbstractButton *>("radLayerBelow")->isChecked());
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::saveReplacesAnEditedPreviewPage()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("edited-page");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    writeFile(ws + "/index.html", "<p>edited locally</p>");
+    delegate->saveGlobalSettings();
+    QCOMPARE(readFile(ws + "/index.html"),
+             readFile(bundle() + "/Contents/Resources/html/index.html"));
+    QVERIFY(readFile(ws + "/config.js").startsWith("\xEF\xBB\xBFvar config="));
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::brokenWindowDescriptionGivesNoWindow()
+{
+    const QString copy = copyOfBundle("broken-ui.bundle");
+    QVERIFY(!copy.isEmpty());
+    for (const char *lang : {"en", "de", "fr", "ja", "zh_CN"})
+        writeFile(copy + "/Contents/Resources/" + QLatin1String(lang) +
+                      ".lproj/PluginSettingsDelegate.ui",
+                  "<ui><widget class=");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), copy);
+    QVERIFY(delegate); // the description exists; only loading it fails
+    delegate->setWorkSpace(m_tmp.filePath("broken-ui"));
+    QVERIFY(!delegate->window());
+    QVERIFY(!delegate->window()); // asked again: still none, and no crash
+}
+
+void TestPluginSettingsDelegate::missingPrivateViewDescriptionStillCloses()
+{
+    const QString copy = copyOfBundle("no-private-view.bundle");
+    QVERIFY(!copy.isEmpty());
+    for (const char *lang : {"en", "de", "fr", "ja", "zh_CN"})
+        QFile::remove(copy + "/Contents/Resources/" + QLatin1String(lang) +
+                      ".lproj/PrivateView.ui");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), copy);
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("no-private-view");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    QVERIFY(!delegate->privateView());
+    QVERIFY(delegate->positionView());
+    // Nothing filled the workspace (the private view does that), so the position is all zeros
+    // and nothing is written anywhere; the window still closes normally.
+    QCOMPARE(delegate->window()->findChild<QLineEdit *>("txtLeft")->text(), QStringLiteral("0.0"));
+    delegate->onOK();
+    QCOMPARE(delegate->closeMode(), 1);
+    QCOMPARE(delegate->isCloseBundle(), true);
+    QVERIFY(!QFileInfo::exists(ws));
+}
+
+void TestPluginSettingsDelegate::vanishedWorkspaceWritesNothingAndCancelRestores()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    const QString ws = m_tmp.filePath("vanishing");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    const TreeSnapshot::Tree opening = TreeSnapshot::take(ws);
+    QVERIFY(!opening.isEmpty());
+    QVERIFY(QDir(ws).removeRecursively());
+    auto *left = delegate->window()->findChild<QLineEdit *>("txtLeft");
+    left->setFocus();
+    left->selectAll();
+    QTest::keyClicks(left, "44");
+    QCOMPARE(delegate->position().left(), 44.0f);
+    QVERIFY(!QFileInfo::exists(ws));
+    delegate->onCancel();
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    TestPluginSettingsDelegate suite;
+    return QTest::qExec(&suite, argc, argv);
+}
+
+#include "tst_pluginsettingsdelegate.moc"
