@@ -437,25 +437,55 @@ void TestSettingsWindow::dragOfTheBoxFollowsInTheFieldsAndSavesOnRelease()
     QTRY_VERIFY(box->isVisible() && box->width() > 30);
 
     const QByteArray before = readFile(ws + "/settings.dat");
-    const QPoint grip = box->rect().center();
-    QTest::mousePress(box, Qt::LeftButton, Qt::NoModifier, grip);
-    QString lastLeft = s.text("txtLeft");
+    const char *fields[] = {"txtLeft", "txtTop", "txtRight", "txtBottom"};
+    double start[4];
+    for (int i = 0; i < 4; ++i)
+        start[i] = s.text(fields[i]).toDouble();
+    // A move of (dx, dy) pixels on the page shifts the margins by dx and dy in percent of the
+    // page: left and bottom grow as right and top shrink (the pointer moves up the page).
+    const double perX = 100.0 / canvas->width();
+    const double perY = 100.0 / canvas->height();
+    const auto expected = [&](int i, int step) {
+        const double dx = 6.0 * step * perX;
+        const double dy = 4.0 * step * perY;
+        const double shift[4] = {dx, -dy, -dx, dy};
+        return start[i] + shift[i];
+    };
+
+    // The pointer travels in window coordinates; the box moves under it during the drag, so each
+    // event is given in the box's coordinates of that moment.
+    QWidget *top = box->window();
+    const QPoint grip = box->mapTo(top, box->rect().center());
+    const auto onBox = [&](QPoint windowPoint) {
+        return box->mapFrom(top, windowPoint);
+    };
+    QTest::mousePress(box, Qt::LeftButton, Qt::NoModifier, onBox(grip));
     for (int step = 1; step <= 3; ++step) {
-        QTest::mouseMove(box, grip + QPoint(6 * step, -4 * step));
-        const QString left = s.text("txtLeft");
-        QVERIFY2(QRegularExpression("^\\d+\\.\\d$").match(left).hasMatch(), qPrintable(left));
-        QVERIFY2(left != lastLeft, qPrintable(QString("step %1 left %2").arg(step).arg(left)));
-        lastLeft = left;
+        QTest::mouseMove(box, onBox(grip + QPoint(6 * step, -4 * step)));
+        for (int i = 0; i < 4; ++i) {
+            const QString text = s.text(fields[i]);
+            const QString where = QString("step %1 %2 = %3, expected about %4")
+                                      .arg(step)
+                                      .arg(fields[i])
+                                      .arg(text)
+                                      .arg(expected(i, step), 0, 'f', 2);
+            QVERIFY2(QRegularExpression("^-?\\d+\\.\\d$").match(text).hasMatch(),
+                     qPrintable(where));
+            QVERIFY2(qAbs(text.toDouble() - expected(i, step)) <= 0.051, qPrintable(where));
+        }
         QCOMPARE(readFile(ws + "/settings.dat"), before);
     }
-    QTest::mouseRelease(box, Qt::LeftButton, Qt::NoModifier, grip + QPoint(18, -12));
+    QTest::mouseRelease(box, Qt::LeftButton, Qt::NoModifier, onBox(grip + QPoint(18, -12)));
     const QByteArray after = readFile(ws + "/settings.dat");
     QVERIFY(after != before);
     const QList<QByteArray> lines = after.split('\n');
-    QCOMPARE(lines.value(0), s.text("txtLeft").toLatin1());
-    QCOMPARE(lines.value(1), s.text("txtTop").toLatin1());
-    QCOMPARE(lines.value(2), s.text("txtRight").toLatin1());
-    QCOMPARE(lines.value(3), s.text("txtBottom").toLatin1());
+    QCOMPARE(lines.size(), 6);
+    for (int i = 0; i < 4; ++i) {
+        QCOMPARE(lines.value(i), s.text(fields[i]).toLatin1());
+        QVERIFY2(qAbs(lines.value(i).toDouble() - expected(i, 3)) <= 0.051,
+                 lines.value(i).constData());
+    }
+    QCOMPARE(lines.mid(4), before.split('\n').mid(4)); // transparency and layer untouched
     s.click("btnCancel");
 }
 
