@@ -194,6 +194,38 @@ private slots:
         QCOMPARE(js("document.getElementById('placeholder').hidden"), QVariant(true));
     }
 
+    void layerPutsTheImageBelowOrAboveThePageText_data()
+    {
+        QTest::addColumn<int>("layer");
+        QTest::addColumn<QString>("onTop");
+        QTest::newRow("layer 0 lies below the page's text") << 0 << "SPAN";
+        QTest::newRow("layer 1 lies above the page's text") << 1 << "IMG";
+        QTest::newRow("layer 3 lies above the page's text") << 3 << "IMG";
+        QTest::newRow("layer -1 lies below the text, still on the paper") << -1 << "SPAN";
+    }
+    void layerPutsTheImageBelowOrAboveThePageText()
+    {
+        QFETCH(int, layer);
+        QFETCH(QString, onTop);
+        writeFile(m_workspace->filePath("config.js"),
+                  configScript({"0.0%", "0.0%", "100.0%", "100.0%", 1.0, layer,
+                                "files/plugin/picture.png"}));
+        QCOMPARE(rebuildAndRead().value("status").toString(), QStringLiteral("image"));
+        // What lies on top where a line of the page's text crosses the image.
+        const QString script = QStringLiteral(
+            "(function(){var r=document.querySelector('.line').getBoundingClientRect();"
+            "var e=document.elementFromPoint(r.left+r.width/2,r.top+r.height/2);"
+            "return e?e.tagName:'';})()");
+        QCOMPARE(js(script).toString(), onTop);
+        // Below the text is not below the paper: the image still covers the page's middle.
+        const QString underPoint = QStringLiteral(
+            "(function(){var p=document.getElementById('page').getBoundingClientRect();"
+            "var e=document.elementsFromPoint(p.left+p.width/2,p.top+p.height*0.9);"
+            "return e.map(function(x){return x.tagName+'#'+x.id;}).join(' ');})()");
+        const QString stack = js(underPoint).toString();
+        QVERIFY2(stack.startsWith(QLatin1String("IMG")), qPrintable(stack));
+    }
+
     void pageLooksLikeABookPage()
     {
         writeFile(m_workspace->filePath("config.js"),
