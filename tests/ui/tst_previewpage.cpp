@@ -150,12 +150,28 @@ private slots:
             QCOMPARE(url, requested);
     }
 
+    void placeholderWithoutSettings_data()
+    {
+        QTest::addColumn<QByteArray>("config");
+        QTest::addColumn<bool>("exists");
+        QTest::newRow("no config.js yet") << QByteArray() << false;
+        QTest::newRow("empty config.js") << QByteArray() << true;
+        QTest::newRow("only the byte-order mark") << QByteArray("\xEF\xBB\xBF") << true;
+        QTest::newRow("a number setting left empty breaks the script")
+            << QByteArray("\xEF\xBB\xBFvar config={\"opacity\":,\"layout\":1};") << true;
+        QTest::newRow("binary garbage") << QByteArray("\x00\xff\xfe\x01var", 8) << true;
+    }
     void placeholderWithoutSettings()
     {
+        QFETCH(QByteArray, config);
+        QFETCH(bool, exists);
         QFile::remove(m_workspace->filePath("config.js"));
+        if (exists)
+            writeFile(m_workspace->filePath("config.js"), config);
         const QVariantMap state = rebuildAndRead();
         QCOMPARE(state.value("status").toString(), QStringLiteral("placeholder"));
         QCOMPARE(state.value("reason").toString(), QStringLiteral("nosettings"));
+        QCOMPARE(state.value("text").toString(), QStringLiteral("No settings to preview yet"));
         QCOMPARE(js("document.getElementById('placeholder').hidden"), QVariant(false));
     }
 
