@@ -76,6 +76,16 @@ private slots:
 
     // ---- refresh
 
+    void previewHasAProfileOfItsOwn()
+    {
+        QWebEngineProfile *profile = m_preview->controller->profile();
+        QVERIFY(profile != QWebEngineProfile::defaultProfile());
+        QVERIFY(profile->isOffTheRecord());
+        QCOMPARE(profile->httpCacheType(), QWebEngineProfile::NoCache);
+        QCOMPARE(m_preview->page()->profile(), profile);
+        QCOMPARE(m_preview->view->page(), m_preview->page());
+    }
+
     void rebuildLoadsTheWorkspacePageThenReloadsItOnce()
     {
         const QUrl index = QUrl::fromLocalFile(m_dir.filePath("index.html"));

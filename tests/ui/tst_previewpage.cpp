@@ -150,12 +150,28 @@ private slots:
             QCOMPARE(url, requested);
     }
 
+    void placeholderWithoutSettings_data()
+    {
+        QTest::addColumn<QByteArray>("config");
+        QTest::addColumn<bool>("exists");
+        QTest::newRow("no config.js yet") << QByteArray() << false;
+        QTest::newRow("empty config.js") << QByteArray() << true;
+        QTest::newRow("only the byte-order mark") << QByteArray("\xEF\xBB\xBF") << true;
+        QTest::newRow("a number setting left empty breaks the script")
+            << QByteArray("\xEF\xBB\xBFvar config={\"opacity\":,\"layout\":1};") << true;
+        QTest::newRow("binary garbage") << QByteArray("\x00\xff\xfe\x01var", 8) << true;
+    }
     void placeholderWithoutSettings()
     {
+        QFETCH(QByteArray, config);
+        QFETCH(bool, exists);
         QFile::remove(m_workspace->filePath("config.js"));
+        if (exists)
+            writeFile(m_workspace->filePath("config.js"), config);
         const QVariantMap state = rebuildAndRead();
         QCOMPARE(state.value("status").toString(), QStringLiteral("placeholder"));
         QCOMPARE(state.value("reason").toString(), QStringLiteral("nosettings"));
+        QCOMPARE(state.value("text").toString(), QStringLiteral("No settings to preview yet"));
         QCOMPARE(js("document.getElementById('placeholder').hidden"), QVariant(false));
     }
 
@@ -192,6 +208,38 @@ private slots:
         writeFile(m_workspace->filePath("config.js"), configScript(placement));
         QCOMPARE(rebuildAndRead().value("status").toString(), QStringLiteral("image"));
         QCOMPARE(js("document.getElementById('placeholder').hidden"), QVariant(true));
+    }
+
+    void layerPutsTheImageBelowOrAboveThePageText_data()
+    {
+        QTest::addColumn<int>("layer");
+        QTest::addColumn<QString>("onTop");
+        QTest::newRow("layer 0 lies below the page's text") << 0 << "SPAN";
+        QTest::newRow("layer 1 lies above the page's text") << 1 << "IMG";
+        QTest::newRow("layer 3 lies above the page's text") << 3 << "IMG";
+        QTest::newRow("layer -1 lies below the text, still on the paper") << -1 << "SPAN";
+    }
+    void layerPutsTheImageBelowOrAboveThePageText()
+    {
+        QFETCH(int, layer);
+        QFETCH(QString, onTop);
+        writeFile(m_workspace->filePath("config.js"),
+                  configScript({"0.0%", "0.0%", "100.0%", "100.0%", 1.0, layer,
+                                "files/plugin/picture.png"}));
+        QCOMPARE(rebuildAndRead().value("status").toString(), QStringLiteral("image"));
+        // What lies on top where a line of the page's text crosses the image.
+        const QString script = QStringLiteral(
+            "(function(){var r=document.querySelector('.line').getBoundingClientRect();"
+            "var e=document.elementFromPoint(r.left+r.width/2,r.top+r.height/2);"
+            "return e?e.tagName:'';})()");
+        QCOMPARE(js(script).toString(), onTop);
+        // Below the text is not below the paper: the image still covers the page's middle.
+        const QString underPoint = QStringLiteral(
+            "(function(){var p=document.getElementById('page').getBoundingClientRect();"
+            "var e=document.elementsFromPoint(p.left+p.width/2,p.top+p.height*0.9);"
+            "return e.map(function(x){return x.tagName+'#'+x.id;}).join(' ');})()");
+        const QString stack = js(underPoint).toString();
+        QVERIFY2(stack.startsWith(QLatin1String("IMG")), qPrintable(stack));
     }
 
     void pageLooksLikeABookPage()
