@@ -27,6 +27,13 @@ QString formatted(const char *format, va_list args)
     return QString::vasprintf(format, args);
 }
 
+// The message goes out through "%s", so a '%' in it is not interpreted a second time.
+void toConsole(const char *prefix, const char *format, va_list args)
+{
+    const QString message = format ? formatted(format, args) : QStringLiteral("nil");
+    qWarning("%s", qUtf8Printable(QLatin1String(prefix) + message));
+}
+
 void createEmpty(const QString &path)
 {
     QFile file(path);
@@ -101,26 +108,18 @@ void logSave(const char *format, ...)
 
 void logError(const char *format, ...)
 {
-    QString message = QStringLiteral("nil");
-    if (format) {
-        va_list args;
-        va_start(args, format);
-        message = formatted(format, args);
-        va_end(args);
-    }
-    qWarning("%s", qUtf8Printable(QLatin1String("Error:") + message));
+    va_list args;
+    va_start(args, format);
+    toConsole("Error:", format, args);
+    va_end(args);
 }
 
 void logWarn(const char *format, ...)
 {
-    QString message = QStringLiteral("nil");
-    if (format) {
-        va_list args;
-        va_start(args, format);
-        message = formatted(format, args);
-        va_end(args);
-    }
-    qWarning("%s", qUtf8Printable(QLatin1String("Warn:") + message));
+    va_list args;
+    va_start(args, format);
+    toConsole("Warn:", format, args);
+    va_end(args);
 }
 
 void logDebug(const char *, ...)

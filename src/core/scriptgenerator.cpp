@@ -1,12 +1,12 @@
 #include "scriptgenerator.h"
 
+#include "fileops.h"
 #include "pluginsettingsinfo.h"
 #include "positionfile.h"
 #include "scrambler.h"
 #include "utilityfunction.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
 
 namespace ScriptGenerator {
@@ -46,13 +46,6 @@ void applyFrame(QDomElement basic, const PositionRect &position)
         else if (name == QLatin1String("height"))
             setStringValue(child, percentText(height));
     }
-}
-
-bool writeWithoutMark(const QString &text, const QString &path)
-{
-    QSaveFile file(path);
-    const QByteArray bytes = text.toUtf8();
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }
 
 } // namespace
@@ -124,8 +117,9 @@ void PluginSettingsInfo::generateJSConfig(const QString &relatePath)
 
     if (!relatePath.isEmpty()) {
         const QString script = ScriptGenerator::bookScript(jsonFromXml(root, relatePath));
-        ScriptGenerator::writeWithoutMark(scrambleScriptString(script),
-                                          m_workSpace + QStringLiteral("/bookPlugin.js"));
+        // The book's script has no byte-order mark, unlike the preview's.
+        FileOps::writeAtomically(m_workSpace + QStringLiteral("/bookPlugin.js"),
+                                 scrambleScriptString(script).toUtf8());
         return;
     }
     UtilityFunction::writeString(ScriptGenerator::configScript(jsonFromXml(root, QString())),

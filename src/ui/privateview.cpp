@@ -1,6 +1,7 @@
 #include "privateview.h"
 
 #include "bundlepaths.h"
+#include "fileops.h"
 #include "framepainter.h"
 #include "localisation.h"
 #include "logalert.h"
@@ -18,7 +19,6 @@
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QPainter>
-#include <QSaveFile>
 #include <QStringDecoder>
 #include <QTextStream>
 
@@ -53,15 +53,6 @@ QByteArray serialise(const QDomElement &root)
     QTextStream stream(&text);
     root.save(stream, -1);
     return text.toUtf8();
-}
-
-bool writeAtomically(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(bytes);
-    return file.commit();
 }
 
 void setText(QDomElement element, const QString &text)
@@ -261,7 +252,7 @@ bool PrivateView::onSave(QObject *sender)
     }
     QDomElement root = document.documentElement();
     savePrivateSetting(root);
-    const bool written = writeAtomically(target, serialise(root));
+    const bool written = FileOps::writeAtomically(target, serialise(root));
     if (m_ower) {
         try {
             m_ower->saveGlobalSettings();
