@@ -30,8 +30,7 @@ inline void keystream256(unsigned char *state, const unsigned char *in, qsizetyp
     }
 }
 
-void cryptWith256(unsigned char *state, const unsigned char *in, unsigned char *out,
-                  qsizetype size)
+void cryptWith256(unsigned char *state, const unsigned char *in, unsigned char *out, qsizetype size)
 {
     keystream256(state, in, size, [out](qsizetype x, quint8 byte) { out[x] = byte; });
 }
