@@ -19,6 +19,50 @@
         <source>PrivateV-Copy Failed!</source>
         <translation>Kopieren fehlgeschlagen!</translation>
     </message>
+    <message>
+        <source>The workspace could not be backed up.</source>
+        <translation>Der Arbeitsbereich konnte nicht gesichert werden.</translation>
+    </message>
+    <message>
+        <source>Your changes are still saved as you make them, but Cancel will not be able to undo them.</source>
+        <translation>Ihre Änderungen werden weiterhin sofort gespeichert, aber „Abbrechen“ kann sie nicht rückgängig machen.</translation>
+    </message>
+    <message>
+        <source>Nothing could be undone.</source>
+        <translation>Es konnte nichts rückgängig gemacht werden.</translation>
+    </message>
+    <message>
+        <source>There is no complete backup of the workspace, so it stays as it is.</source>
+        <translation>Es gibt keine vollständige Sicherung des Arbeitsbereichs, daher bleibt er unverändert.</translation>
+    </message>
+    <message>
+        <source>The workspace could not be restored.</source>
+        <translation>Der Arbeitsbereich konnte nicht wiederhergestellt werden.</translation>
+    </message>
+    <message>
+        <source>It stays as it is. The backup is kept and offered again the next time the window opens.</source>
+        <translation>Er bleibt unverändert. Die Sicherung wird aufbewahrt und beim nächsten Öffnen des Fensters erneut angeboten.</translation>
+    </message>
+    <message>
+        <source>The settings window closed unexpectedly last time.</source>
+        <translation>Das Einstellungsfenster wurde beim letzten Mal unerwartet beendet.</translation>
+    </message>
+    <message>
+        <source>Go back to the workspace as it was before that window opened, or keep it as it is now?</source>
+        <translation>Zum Arbeitsbereich zurückkehren, wie er vor dem Öffnen jenes Fensters war, oder ihn so behalten, wie er jetzt ist?</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>Zurückkehren</translation>
+    </message>
+    <message>
+        <source>Keep As It Is</source>
+        <translation>So behalten</translation>
+    </message>
+    <message>
+        <source>Restoring the workspace…</source>
+        <translation>Der Arbeitsbereich wird wiederhergestellt …</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -19,6 +19,50 @@
         <source>PrivateV-Copy Failed!</source>
         <translation>Copy Failed!</translation>
     </message>
+    <message>
+        <source>The workspace could not be backed up.</source>
+        <translation>The workspace could not be backed up.</translation>
+    </message>
+    <message>
+        <source>Your changes are still saved as you make them, but Cancel will not be able to undo them.</source>
+        <translation>Your changes are still saved as you make them, but Cancel will not be able to undo them.</translation>
+    </message>
+    <message>
+        <source>Nothing could be undone.</source>
+        <translation>Nothing could be undone.</translation>
+    </message>
+    <message>
+        <source>There is no complete backup of the workspace, so it stays as it is.</source>
+        <translation>There is no complete backup of the workspace, so it stays as it is.</translation>
+    </message>
+    <message>
+        <source>The workspace could not be restored.</source>
+        <translation>The workspace could not be restored.</translation>
+    </message>
+    <message>
+        <source>It stays as it is. The backup is kept and offered again the next time the window opens.</source>
+        <translation>It stays as it is. The backup is kept and offered again the next time the window opens.</translation>
+    </message>
+    <message>
+        <source>The settings window closed unexpectedly last time.</source>
+        <translation>The settings window closed unexpectedly last time.</translation>
+    </message>
+    <message>
+        <source>Go back to the workspace as it was before that window opened, or keep it as it is now?</source>
+        <translation>Go back to the workspace as it was before that window opened, or keep it as it is now?</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>Go Back</translation>
+    </message>
+    <message>
+        <source>Keep As It Is</source>
+        <translation>Keep As It Is</translation>
+    </message>
+    <message>
+        <source>Restoring the workspace…</source>
+        <translation>Restoring the workspace…</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -19,6 +19,50 @@
         <source>PrivateV-Copy Failed!</source>
         <translation>La copie a échoué !</translation>
     </message>
+    <message>
+        <source>The workspace could not be backed up.</source>
+        <translation>L’espace de travail n’a pas pu être sauvegardé.</translation>
+    </message>
+    <message>
+        <source>Your changes are still saved as you make them, but Cancel will not be able to undo them.</source>
+        <translation>Vos modifications sont toujours enregistrées au fur et à mesure, mais « Annuler » ne pourra pas les défaire.</translation>
+    </message>
+    <message>
+        <source>Nothing could be undone.</source>
+        <translation>Rien n’a pu être annulé.</translation>
+    </message>
+    <message>
+        <source>There is no complete backup of the workspace, so it stays as it is.</source>
+        <translation>Il n’existe pas de sauvegarde complète de l’espace de travail ; il reste donc tel quel.</translation>
+    </message>
+    <message>
+        <source>The workspace could not be restored.</source>
+        <translation>L’espace de travail n’a pas pu être restauré.</translation>
+    </message>
+    <message>
+        <source>It stays as it is. The backup is kept and offered again the next time the window opens.</source>
+        <translation>Il reste tel quel. La sauvegarde est conservée et sera proposée de nouveau à la prochaine ouverture de la fenêtre.</translation>
+    </message>
+    <message>
+        <source>The settings window closed unexpectedly last time.</source>
+        <translation>La fenêtre des réglages s’est fermée de manière inattendue la dernière fois.</translation>
+    </message>
+    <message>
+        <source>Go back to the workspace as it was before that window opened, or keep it as it is now?</source>
+        <translation>Revenir à l’espace de travail tel qu’il était avant l’ouverture de cette fenêtre, ou le garder tel qu’il est maintenant ?</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>Revenir</translation>
+    </message>
+    <message>
+        <source>Keep As It Is</source>
+        <translation>Garder tel quel</translation>
+    </message>
+    <message>
+        <source>Restoring the workspace…</source>
+        <translation>Restauration de l’espace de travail…</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

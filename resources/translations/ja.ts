@@ -19,6 +19,50 @@
         <source>PrivateV-Copy Failed!</source>
         <translation>コピーに失敗しました!</translation>
     </message>
+    <message>
+        <source>The workspace could not be backed up.</source>
+        <translation>作業フォルダーをバックアップできませんでした。</translation>
+    </message>
+    <message>
+        <source>Your changes are still saved as you make them, but Cancel will not be able to undo them.</source>
+        <translation>変更はこれまでどおりすぐに保存されますが、「キャンセル」で元に戻すことはできません。</translation>
+    </message>
+    <message>
+        <source>Nothing could be undone.</source>
+        <translation>何も元に戻せませんでした。</translation>
+    </message>
+    <message>
+        <source>There is no complete backup of the workspace, so it stays as it is.</source>
+        <translation>作業フォルダーの完全なバックアップがないため、現在の状態のまま残ります。</translation>
+    </message>
+    <message>
+        <source>The workspace could not be restored.</source>
+        <translation>作業フォルダーを復元できませんでした。</translation>
+    </message>
+    <message>
+        <source>It stays as it is. The backup is kept and offered again the next time the window opens.</source>
+        <translation>現在の状態のまま残ります。バックアップは保持され、次にウィンドウを開いたときに再び提示されます。</translation>
+    </message>
+    <message>
+        <source>The settings window closed unexpectedly last time.</source>
+        <translation>前回、設定ウィンドウが予期せず終了しました。</translation>
+    </message>
+    <message>
+        <source>Go back to the workspace as it was before that window opened, or keep it as it is now?</source>
+        <translation>そのウィンドウを開く前の作業フォルダーに戻しますか？それとも現在の状態のままにしますか？</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>元に戻す</translation>
+    </message>
+    <message>
+        <source>Keep As It Is</source>
+        <translation>このままにする</translation>
+    </message>
+    <message>
+        <source>Restoring the workspace…</source>
+        <translation>作業フォルダーを復元しています…</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -19,6 +19,50 @@
         <source>PrivateV-Copy Failed!</source>
         <translation>复制失败！</translation>
     </message>
+    <message>
+        <source>The workspace could not be backed up.</source>
+        <translation>无法备份工作区。</translation>
+    </message>
+    <message>
+        <source>Your changes are still saved as you make them, but Cancel will not be able to undo them.</source>
+        <translation>您的更改仍会立即保存，但“取消”将无法撤销这些更改。</translation>
+    </message>
+    <message>
+        <source>Nothing could be undone.</source>
+        <translation>无法撤销任何更改。</translation>
+    </message>
+    <message>
+        <source>There is no complete backup of the workspace, so it stays as it is.</source>
+        <translation>工作区没有完整的备份，因此保持不变。</translation>
+    </message>
+    <message>
+        <source>The workspace could not be restored.</source>
+        <translation>无法恢复工作区。</translation>
+    </message>
+    <message>
+        <source>It stays as it is. The backup is kept and offered again the next time the window opens.</source>
+        <translation>工作区保持不变。备份将被保留，并在下次打开窗口时再次提供。</translation>
+    </message>
+    <message>
+        <source>The settings window closed unexpectedly last time.</source>
+        <translation>上次设置窗口意外关闭。</translation>
+    </message>
+    <message>
+        <source>Go back to the workspace as it was before that window opened, or keep it as it is now?</source>
+        <translation>要将工作区恢复到打开该窗口之前的状态，还是保持现在的状态？</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>恢复</translation>
+    </message>
+    <message>
+        <source>Keep As It Is</source>
+        <translation>保持现状</translation>
+    </message>
+    <message>
+        <source>Restoring the workspace…</source>
+        <translation>正在恢复工作区…</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

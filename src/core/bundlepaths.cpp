@@ -9,6 +9,21 @@
 
 namespace BundlePaths {
 
+namespace {
+
+// The id becomes one folder name, in the save path and in the temporary folder: a separator or
+// a NUL would lead into another folder, "." and ".." name one that is not its own (".." would
+// put temporary files beside the temporary folder).
+bool isOneFolderName(const QString &id)
+{
+    if (id == QLatin1String(".") || id == QLatin1String(".."))
+        return false;
+    return !id.contains(QLatin1Char('/')) && !id.contains(QLatin1Char('\\')) &&
+           !id.contains(QChar(u'\0'));
+}
+
+} // namespace
+
 QString mainBundlePath()
 {
     // Without an application object there is no executable path to ask for.
@@ -38,12 +53,14 @@ std::optional<QString> readProductId(const QString &resourceDir)
     const QString path = resourceDir + QLatin1String("/product.id");
     if (!FileOps::exists(path))
         return QStringLiteral("quillamy");
+    // A packager may link the file; a link that ends anywhere but at a regular file, or a FIFO,
+    // device or folder in its place, is there but unreadable.
     QByteArray bytes;
-    if (!FileOps::readAll(path, &bytes))
+    if (!FileOps::readAll(path, &bytes, FileOps::ReadLinks::Follow))
         return std::nullopt;
     QStringDecoder decode(QStringDecoder::Utf8);
     const QString text = decode(bytes);
-    if (decode.hasError())
+    if (decode.hasError() || !isOneFolderName(text))
         return std::nullopt;
     return text;
 }

@@ -15,8 +15,10 @@ QString resourcePath(const QString &bundlePath);
 QString resourceDirFor(const QString &bundlePath);
 
 // The host's product id from resourceDir/"product.id", the whole file as UTF-8 and verbatim (a
-// trailing line break stays part of it); "quillamy" when there is no such file; nullopt when the
-// file is there but cannot be read as UTF-8 text.
+// trailing line break stays part of it); "quillamy" when there is no such file. nullopt when the
+// file is there but cannot be read as UTF-8 text (a link is followed, but only to a regular
+// file), or when the id is no single folder name: it holds a "/", a backslash or a NUL, or is "."
+// or "..".
 std::optional<QString> readProductId(const QString &resourceDir);
 
 } // namespace BundlePaths

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <QString>
 #include <QStringList>
 
@@ -16,16 +17,40 @@ QStringList subpaths(const QString &folder);
 bool exists(const QString &path);
 bool isDir(const QString &path);
 
-// Removes whatever is at path: a file or link, or a folder with everything in it.
+// Removes whatever is at path: a file or link (never what it points to), or a folder with
+// everything in it.
 bool removeItem(const QString &path);
 
-// Copies a file, or a folder with everything in it, to a target that must not exist yet.
+// Renames the entry at from to to, which must not exist yet; links are moved, never followed.
+bool renameItem(const QString &from, const QString &to);
+
+// Copies the regular file at from (a link there is followed to a regular file) to to, which must
+// not exist yet, as writeAtomically does.
 bool copyItem(const QString &from, const QString &to);
 
-// Reads the whole file into data; false when it cannot be read (missing, a folder, no access).
-bool readAll(const QString &path, QByteArray *data);
+// What a reader does with a symbolic link at the path it reads. In the workspace a link is data,
+// never a path to follow; a file of the bundle may be a packager's link to the real one.
+enum class ReadLinks { NoFollow, Follow };
 
-// Writes data to path atomically through QSaveFile; false when it could not be written.
+// True when path is a regular file (with Follow, also a link that ends at one). FIFOs, sockets,
+// devices and folders are not: opening a FIFO for reading waits for a writer, a device may never
+// end, so readers treat all of them as missing.
+bool isRegularFile(const QString &path, ReadLinks links = ReadLinks::NoFollow);
+
+// Opens file read-only on path when it is a regular file, as isRegularFile tells, without ever
+// waiting: the check is repeated on the opened descriptor, so a FIFO swapped in between is
+// refused too. False (file left closed) for anything else.
+bool openForReading(QFile *file, const QString &path, ReadLinks links = ReadLinks::NoFollow);
+
+// Reads the whole file into data; false when it cannot be read (missing, not a regular file,
+// no access), or is a link while links is NoFollow.
+bool readAll(const QString &path, QByteArray *data, ReadLinks links = ReadLinks::NoFollow);
+
+// Writes data to path atomically: into a hidden sibling ".<name>.imgsave-XXXXXX" whose data is
+// flushed, renamed over path, then the folder flushed, so that after a crash or power cut path
+// holds its old or its new content. A link at path is replaced, never written through (unlike
+// QSaveFile, which writes to the link's target). Every change is announced to WriteGuard first.
+// False when it could not be written; path is then as it was.
 bool writeAtomically(const QString &path, const QByteArray &data);
 
 } // namespace FileOps

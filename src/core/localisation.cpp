@@ -3,10 +3,10 @@
 #include "bundlepaths.h"
 #include "fileops.h"
 
-#include <QFileInfo>
 #include <QLocale>
 #include <QLoggingCategory>
 #include <QTranslator>
+#include <limits>
 #include <memory>
 
 Q_LOGGING_CATEGORY(lcLocale, "img.locale", QtWarningMsg)
@@ -40,12 +40,35 @@ QString pluginResourceDir()
     return BundlePaths::resourcePath(bundle);
 }
 
+// A strings table loaded from bytes read beforehand, so that nothing but a regular file is ever
+// opened. The translator refers to the bytes for its whole life: they sit in a base class, which
+// is destroyed after it.
+struct TableBytes
+{
+    QByteArray bytes;
+};
+
+class MemoryTable : private TableBytes, public QTranslator
+{
+public:
+    explicit MemoryTable(QByteArray data)
+        : TableBytes{std::move(data)}
+    {}
+    bool loadBytes()
+    {
+        return bytes.size() <= std::numeric_limits<int>::max() &&
+               load(reinterpret_cast<const uchar *>(bytes.constData()), int(bytes.size()));
+    }
+};
+
 std::unique_ptr<QTranslator> loadTable(const QString &qmPath)
 {
-    if (!QFileInfo(qmPath).isFile())
+    // A file of the bundle: a packager's link is followed, but only to a regular file.
+    QByteArray bytes;
+    if (!FileOps::readAll(qmPath, &bytes, FileOps::ReadLinks::Follow))
         return nullptr;
-    auto table = std::make_unique<QTranslator>();
-    if (!table->load(qmPath)) {
+    auto table = std::make_unique<MemoryTable>(std::move(bytes));
+    if (!table->loadBytes()) {
         qCDebug(lcLocale) << "unreadable strings table" << qmPath;
         return nullptr;
     }
@@ -135,8 +158,9 @@ QString localizedResourcePath(const QString &resourceDir, const QString &fileNam
         resourceDir + QLatin1String("/en.lproj/") + fileName,
         resourceDir + QLatin1Char('/') + fileName,
     };
+    // A FIFO or folder of that name is no description: the next place is asked.
     for (const QString &path : candidates) {
-        if (FileOps::exists(path))
+        if (FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
             return path;
     }
     return QString();

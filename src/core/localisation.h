@@ -17,7 +17,8 @@ QString loadAppString(const QString &key, const QString &defaultText);
 
 // The path of a localised resource file (for example the window description "PrivateView.ui"):
 // resourceDir/<lang>.lproj/fileName, else resourceDir/en.lproj/fileName, else resourceDir/fileName,
-// the first that exists; "en" stands in for an unset language. Empty when none exists.
+// the first that is a regular file or a link to one (a FIFO or folder of that name is passed
+// over); "en" stands in for an unset language. Empty when there is none.
 QString localizedResourcePath(const QString &resourceDir, const QString &fileName);
 // The same search in the resource folder of the bundle at bundlePath; an empty bundlePath
 // searches the main bundle (the running program's own).

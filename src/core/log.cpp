@@ -83,7 +83,8 @@ void logSave(const char *format, ...)
     const QDateTime now = QDateTime::currentDateTime();
     QByteArray contents;
     if (FileOps::exists(logPath)) {
-        FileOps::readAll(logPath, &contents);
+        // The log is no file of the workspace: a link to it is followed (to a regular file only).
+        FileOps::readAll(logPath, &contents, FileOps::ReadLinks::Follow);
         if (contents.size() > MaxLogSize) {
             rotate(folder, logPath, now);
             contents.clear();

@@ -3,6 +3,7 @@
 #include "bundlepaths.h"
 #include "fileops.h"
 #include "localisation.h"
+#include "xmlhelpers.h"
 
 #include <QDir>
 #include <QDomDocument>
@@ -40,6 +41,13 @@ bool contains(const QString &folder, const QString &inner)
            target.startsWith(outer.endsWith(QLatin1Char('/')) ? outer : outer + QLatin1Char('/'));
 }
 
+// QFile::copy reads its source and would wait forever on a FIFO or read a device without end.
+// A link is copied as the file it leads to, as packagers link the bundle's files.
+bool isCopyableFile(const QString &source)
+{
+    return FileOps::isRegularFile(source, FileOps::ReadLinks::Follow);
+}
+
 } // namespace
 
 QString PluginSettingsInfo::getSavePluginPath()
@@ -71,7 +79,8 @@ void PluginSettingsInfo::copyFromPath(const QString &from, const QString &to, bo
         if (!FileOps::exists(source))
             continue;
         if (!FileOps::isDir(source)) {
-            QFile::copy(source, target); // an existing target stays as it is
+            if (isCopyableFile(source))
+                QFile::copy(source, target); // an existing target stays as it is
         } else if (!FileOps::isDir(target)) {
             QDir().mkpath(target); // fails quietly when a file is in the way
         }
@@ -94,8 +103,10 @@ bool PluginSettingsInfo::resetWorkspace()
     // left nothing, and QFile::copy never overwrites.
     for (const QLatin1String folder : SourceFolders)
         copyFromPath(join(resourceDir, folder), m_workSpace, false);
-    QFile::copy(join(m_workSpace, m_identifier + QLatin1String(".swf")),
-                join(m_workSpace, QStringLiteral("book.swf")));
+    // Inside the workspace a link is data, not a file to copy.
+    const QString swf = join(m_workSpace, m_identifier + QLatin1String(".swf"));
+    if (FileOps::isRegularFile(swf))
+        QFile::copy(swf, join(m_workSpace, QStringLiteral("book.swf")));
     return true;
 }
 
@@ -117,7 +128,7 @@ bool PluginSettingsInfo::loadWorkspace()
             const QString source = join(sourceRoot, rel);
             if (FileOps::isDir(source))
                 QDir().mkpath(target);
-            else
+            else if (isCopyableFile(source))
                 QFile::copy(source, target);
         }
     }
@@ -131,17 +142,16 @@ QDomElement PluginSettingsInfo::getXMLFromWorkspace()
         return QDomElement();
     const QString path = join(m_workSpace, m_identifier + QLatin1String(".xml"));
     QByteArray bytes;
-    if (!FileOps::exists(path) || !FileOps::readAll(path, &bytes))
+    if (!FileOps::readAll(path, &bytes))
         return QDomElement();
     QStringDecoder decode(QStringDecoder::Utf8);
     const QString text = decode(bytes);
     if (decode.hasError())
         return QDomElement();
-    // Parsed without whitespace-only text nodes: layout between elements is not content.
-    QDomDocument document;
     QString error;
     int line = 0;
-    if (!document.setContent(text, false, &error, &line)) {
+    const QDomDocument document = parseDescriptionXml(text, &error, &line);
+    if (document.isNull()) {
         qCDebug(lcWorkspace) << "unreadable" << path << "line" << line << error;
         return QDomElement();
     }

@@ -3,7 +3,6 @@
 #include "numbertext.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QStringDecoder>
 
 namespace PositionFile {
@@ -12,7 +11,7 @@ namespace {
 
 constexpr int LineCount = 6;
 // Six lines of numbers are a few dozen bytes; a head this long without six line breaks is not a
-// position file (or a device that never ends) and reads as short.
+// position file and reads as short (a file that grows while it is read cannot hold us forever).
 constexpr qsizetype MaxHeadSize = 16 * 1024 * 1024;
 
 // The first six lines and nothing after them: the rest is ignored anyway, so a huge file costs
@@ -57,12 +56,10 @@ std::optional<PositionRect> parse(const QString &text)
     return rect;
 }
 
-std::optional<PositionRect> read(const QString &path)
+std::optional<PositionRect> read(const QString &path, FileOps::ReadLinks links)
 {
-    if (path.isEmpty() || QFileInfo(path).isDir())
-        return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    if (!FileOps::openForReading(&file, path, links))
         return std::nullopt;
     // Text that is not UTF-8 cannot be read, which counts as a short file.
     QStringDecoder decode(QStringDecoder::Utf8);

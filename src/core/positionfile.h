@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fileops.h"
 #include "positionrect.h"
 
 #include <QString>
@@ -8,11 +9,13 @@
 // The one reader of the six-line position file ("settings.dat", "defaultsettings.dat").
 // Every "\r" is dropped and the text split on "\n"; fewer than six lines is a short file and
 // answers nullopt, as does a missing one or one that cannot be read as UTF-8 text. Lines after
-// the sixth are ignored (read() does not even read them).
+// the sixth are ignored (read() does not even read them). Anything but a regular file (a FIFO,
+// a device, a folder) and, unless links is Follow, a symbolic link read as missing.
 // Each caller keeps its own fallback for a short file.
 namespace PositionFile {
 
 std::optional<PositionRect> parse(const QString &text);
-std::optional<PositionRect> read(const QString &path);
+std::optional<PositionRect> read(const QString &path,
+                                 FileOps::ReadLinks links = FileOps::ReadLinks::NoFollow);
 
 } // namespace PositionFile

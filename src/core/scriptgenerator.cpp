@@ -6,7 +6,6 @@
 #include "scrambler.h"
 #include "utilityfunction.h"
 
-#include <QFileInfo>
 #include <algorithm>
 
 namespace ScriptGenerator {
@@ -64,10 +63,11 @@ PositionRect builtInPosition()
 
 std::optional<PositionRect> workspacePosition(const QString &workSpace)
 {
+    // A link, FIFO or folder in place of a position file is as good as missing.
     QString path = workSpace + QStringLiteral("/settings.dat");
-    if (!QFileInfo::exists(path))
+    if (!FileOps::isRegularFile(path))
         path = workSpace + QStringLiteral("/defaultsettings.dat");
-    if (!QFileInfo::exists(path))
+    if (!FileOps::isRegularFile(path))
         return std::nullopt;
     return PositionFile::read(path).value_or(builtInPosition());
 }

@@ -15,7 +15,8 @@ namespace ScriptGenerator {
 PositionRect builtInPosition();
 
 // The position file of a workspace: "settings.dat", else "defaultsettings.dat"; nullopt when
-// neither exists. A short or unreadable file gives the built-in position.
+// neither is a regular file (a link, FIFO or folder counts as missing). A short or unreadable
+// file gives the built-in position.
 std::optional<PositionRect> workspacePosition(const QString &workSpace);
 
 // Writes the position into the description held in memory: "opacity" (six decimals), "layout"

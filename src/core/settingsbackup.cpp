@@ -1,78 +1,431 @@
 #include "settingsbackup.h"
 
-#include "fileops.h"
+#include "backuprecovery.h"
+#include "treecopy.h"
+#include "writeguard.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
+#include <QMutex>
+#include <QSet>
+#include <QWaitCondition>
 
+#include <atomic>
+#include <cerrno>
 #include <chrono>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
 
 Q_LOGGING_CATEGORY(lcBackup, "img.backup", QtWarningMsg)
 
-namespace SettingsBackup {
+namespace {
 
-QString backupPathFor(double secondsSince1970, const QString &tempDir)
+constexpr int MaxNameSuffix = 1000;
+
+QByteArray nativeAbsolute(const QString &path)
+{
+    return QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+}
+
+bool writeSmallFile(const QByteArray &path, const QByteArray &data)
+{
+    const int fd =
+        ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (fd < 0)
+        return false;
+    const bool ok = ::write(fd, data.constData(), size_t(data.size())) == data.size();
+    return ::close(fd) == 0 && ok;
+}
+
+// mkdir() never follows a link planted at the name and fails when anything is there, so the
+// folder we get is new and ours.
+QByteArray makePrivateFolder(const QString &base)
+{
+    for (int suffix = 0; suffix <= MaxNameSuffix; ++suffix) {
+        const QString name = suffix == 0 ? base : base + QLatin1Char('-') + QString::number(suffix);
+        const QByteArray path = QFile::encodeName(name);
+        if (mkdir(path.constData(), 0700) == 0) {
+            chmod(path.constData(), 0700);
+            return path;
+        }
+        if (errno != EEXIST)
+            return {};
+    }
+    return {};
+}
+
+} // namespace
+
+class SettingsBackup::Private
+{
+public:
+    QString workSpaceText;
+    QByteArray workSpace;
+    QByteArray folder;
+    QByteArray tree;
+    int lockFd = -1;
+    int guardId = 0;
+
+    QMutex mutex;
+    QWaitCondition stateChanged;
+    State state = State::Unavailable;
+    bool started = false;
+    bool failed = false;
+    std::atomic<bool> stop{false};
+    std::thread worker;
+    std::function<void(State)> finished;
+
+    // What the image holds, by path relative to the workspace: every entry handled (taken, or
+    // found missing), the missing ones (their subtrees did not exist at opening either), the
+    // folders taken with their opening metadata in the order taken (parents first), and the
+    // special files left alone.
+    QSet<QByteArray> handled;
+    QSet<QByteArray> missing;
+    QSet<QByteArray> folderSet;
+    std::vector<std::pair<QByteArray, struct stat>> folders;
+    QList<QByteArray> kept;
+    qint64 count = 0;
+
+    QByteArray source(const QByteArray &rel) const
+    {
+        return rel.isEmpty() ? workSpace : workSpace + '/' + rel;
+    }
+    QByteArray target(const QByteArray &rel) const
+    {
+        return rel.isEmpty() ? tree : tree + '/' + rel;
+    }
+
+    bool takeRoot();
+    TreeCopy::Result takeLocked(const QByteArray &rel);
+    void takeSubtreeLocked(const QByteArray &rel);
+    void preserveLocked(const QByteArray &rel);
+    void preservePath(const QString &path);
+    void run();
+    void finishLocked();
+    void stopWorker();
+    void removeGuard();
+    void unlock();
+};
+
+bool SettingsBackup::Private::takeRoot()
+{
+    struct stat st;
+    if (!TreeCopy::entryStat(workSpace, &st) || !S_ISDIR(st.st_mode))
+        return false; // a workspace that is not a real folder has no image to go back to
+    if (mkdir(tree.constData(), 0700) != 0)
+        return false;
+    handled.insert(QByteArray());
+    folderSet.insert(QByteArray());
+    folders.emplace_back(QByteArray(), st);
+    count = 1;
+    return true;
+}
+
+TreeCopy::Result SettingsBackup::Private::takeLocked(const QByteArray &rel)
+{
+    handled.insert(rel);
+    struct stat st;
+    if (!TreeCopy::entryStat(source(rel), &st)) {
+        missing.insert(rel);
+        return TreeCopy::Result::Absent;
+    }
+    const TreeCopy::Result result = TreeCopy::copyEntry(source(rel), target(rel), st);
+    switch (result) {
+    case TreeCopy::Result::Done:
+        ++count;
+        if (S_ISDIR(st.st_mode)) {
+            folderSet.insert(rel);
+            folders.emplace_back(rel, st);
+        }
+        break;
+    case TreeCopy::Result::Absent:
+        missing.insert(rel);
+        break;
+    case TreeCopy::Result::NotCopyable:
+        kept.append(rel);
+        break;
+    case TreeCopy::Result::Failed:
+        qCDebug(lcBackup) << "cannot take" << rel << "into the backup" << errno;
+        failed = true;
+        stop = true;
+        break;
+    }
+    return result;
+}
+
+// A folder that the bundle is about to change as a whole goes in with everything below it.
+void SettingsBackup::Private::takeSubtreeLocked(const QByteArray &rel)
+{
+    std::vector<QByteArray> pending{rel};
+    while (!pending.empty() && !failed) {
+        const QByteArray folder = pending.back();
+        pending.pop_back();
+        if (!handled.contains(folder) && takeLocked(folder) != TreeCopy::Result::Done)
+            continue;
+        if (!folderSet.contains(folder))
+            continue;
+        DIR *dir = opendir(source(folder).constData());
+        if (!dir)
+            continue;
+        while (const dirent *entry = readdir(dir)) {
+            const QByteArray name(entry->d_name);
+            if (name != "." && name != "..")
+                pending.push_back(folder.isEmpty() ? name : folder + '/' + name);
+        }
+        closedir(dir);
+    }
+}
+
+void SettingsBackup::Private::preserveLocked(const QByteArray &rel)
+{
+    // Parents first, each as the folder entry it was: their opening times are taken before the
+    // change below touches them.
+    qsizetype slash = rel.indexOf('/');
+    while (slash > 0) {
+        const QByteArray parent = rel.left(slash);
+        if (missing.contains(parent))
+            return; // not there at opening: nothing below it was either
+        if (!handled.contains(parent) && takeLocked(parent) != TreeCopy::Result::Done)
+            return;
+        if (!folderSet.contains(parent))
+            return;
+        slash = rel.indexOf('/', slash + 1);
+    }
+    // A folder taken as an entry may still lack what is inside it: that goes in now too.
+    if (folderSet.contains(rel)) {
+        takeSubtreeLocked(rel);
+        return;
+    }
+    if (handled.contains(rel))
+        return;
+    struct stat st;
+    if (TreeCopy::entryStat(source(rel), &st) && S_ISDIR(st.st_mode))
+        takeSubtreeLocked(rel);
+    else
+        takeLocked(rel);
+}
+
+void SettingsBackup::Private::preservePath(const QString &path)
+{
+    const QByteArray native = nativeAbsolute(path);
+    if (workSpace.isEmpty() || !native.startsWith(workSpace + '/'))
+        return;
+    const QMutexLocker lock(&mutex);
+    if (started && state == State::Capturing && !stop)
+        preserveLocked(native.mid(workSpace.size() + 1));
+}
+
+void SettingsBackup::Private::run()
+{
+    std::vector<QByteArray> pending{QByteArray()};
+    while (!pending.empty() && !stop) {
+        const QByteArray folder = pending.back();
+        pending.pop_back();
+        DIR *dir = opendir(source(folder).constData());
+        if (!dir) {
+            // A folder that vanished meanwhile is simply not there; one we cannot read is a hole.
+            if (errno != ENOENT) {
+                const QMutexLocker lock(&mutex);
+                failed = true;
+            }
+            continue;
+        }
+        while (const dirent *entry = readdir(dir)) {
+            const QByteArray name(entry->d_name);
+            if (name == "." || name == "..")
+                continue;
+            const QByteArray rel = folder.isEmpty() ? name : folder + '/' + name;
+            const QMutexLocker lock(&mutex);
+            if (stop)
+                break;
+            if (!handled.contains(rel))
+                takeLocked(rel);
+            if (folderSet.contains(rel))
+                pending.push_back(rel);
+        }
+        closedir(dir);
+    }
+    QMutexLocker lock(&mutex);
+    finishLocked();
+    const State end = state;
+    lock.unlock();
+    if (finished)
+        finished(end);
+}
+
+void SettingsBackup::Private::finishLocked()
+{
+    bool ok = !failed && !stop;
+    // Contents first: taking them changed each folder's times.
+    for (auto it = folders.rbegin(); ok && it != folders.rend(); ++it)
+        ok = TreeCopy::applyFolderMetadata(target(it->first), it->second);
+    if (ok) {
+        QByteArray keptList;
+        for (const QByteArray &rel : std::as_const(kept))
+            keptList += rel + '\0';
+        ok = writeSmallFile(folder + "/kept", keptList) &&
+             writeSmallFile(folder + "/complete", QByteArray::number(count));
+    }
+    if (!ok) {
+        // Never trusted, so it need not fill the disk any longer.
+        TreeCopy::removeTree(tree);
+        qCDebug(lcBackup) << "the backup of" << workSpace << "is incomplete";
+    }
+    state = ok ? State::Complete : State::Incomplete;
+    stateChanged.wakeAll();
+}
+
+void SettingsBackup::Private::stopWorker()
+{
+    stop = true;
+    if (worker.joinable())
+        worker.join();
+}
+
+void SettingsBackup::Private::removeGuard()
+{
+    if (guardId) {
+        WriteGuard::remove(guardId);
+        guardId = 0;
+    }
+}
+
+void SettingsBackup::Private::unlock()
+{
+    if (lockFd >= 0) {
+        ::close(lockFd); // closing the only descriptor releases the lock
+        lockFd = -1;
+    }
+}
+
+SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
+    : d(std::make_unique<Private>())
+{
+    using namespace std::chrono;
+    d->workSpaceText = workSpace;
+    if (workSpace.isEmpty())
+        return;
+    d->workSpace = nativeAbsolute(workSpace);
+    const auto micros = duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
+    const QString temp = tempDir.isEmpty() ? QDir::tempPath() : tempDir;
+    d->folder = makePrivateFolder(backupPathFor(double(micros) / 1e6, temp));
+    if (d->folder.isEmpty()) {
+        qCDebug(lcBackup) << "cannot create a backup folder in" << temp;
+        return;
+    }
+    d->tree = d->folder + "/tree";
+    d->lockFd = ::open((d->folder + "/lock").constData(),
+                       O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (d->lockFd < 0 || flock(d->lockFd, LOCK_EX | LOCK_NB) != 0 ||
+        !writeSmallFile(d->folder + "/owner", d->workSpace)) {
+        d->unlock();
+        TreeCopy::removeTree(d->folder);
+        d->folder.clear();
+        return;
+    }
+    d->state = State::Capturing;
+}
+
+SettingsBackup::~SettingsBackup()
+{
+    d->stopWorker();
+    d->removeGuard();
+    d->unlock();
+}
+
+QString SettingsBackup::backupPathFor(double secondsSince1970, const QString &tempDir)
 {
     return QDir(tempDir).filePath(QString::asprintf("%f", secondsSince1970));
 }
 
-QString newBackupPath()
+QString SettingsBackup::path() const
 {
-    using namespace std::chrono;
-    const auto micros = duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
-    const double now = double(micros) / 1e6;
-    return backupPathFor(now, QDir::tempPath());
+    return QFile::decodeName(d->folder);
 }
 
-void createBackupFolder(const QString &path)
+QString SettingsBackup::workSpace() const
 {
-    if (path.isEmpty())
+    return d->workSpaceText;
+}
+
+SettingsBackup::State SettingsBackup::state() const
+{
+    const QMutexLocker lock(&d->mutex);
+    return d->state;
+}
+
+qint64 SettingsBackup::entryCount() const
+{
+    const QMutexLocker lock(&d->mutex);
+    return d->count;
+}
+
+void SettingsBackup::start(std::function<void(State)> finished)
+{
+    QMutexLocker lock(&d->mutex);
+    if (d->started || d->state != State::Capturing)
         return;
-    if (FileOps::exists(path))
-        FileOps::removeItem(path);
-    if (!QDir().mkpath(path))
-        qCDebug(lcBackup) << "cannot create the backup folder" << path;
-}
-
-void saveInitialSettings(const QString &workSpace, const QString &backup)
-{
-    if (workSpace.isEmpty() || !FileOps::isDir(backup))
+    d->started = true;
+    d->finished = std::move(finished);
+    if (!d->takeRoot()) {
+        d->failed = true;
+        d->finishLocked();
+        const State end = d->state;
+        lock.unlock();
+        if (d->finished)
+            d->finished(end);
         return;
-    const QDir from(workSpace);
-    const QDir to(backup);
-    // A folder is copied whole on its first appearance; its entries then fail on existing
-    // targets, which is harmless.
-    for (const QString &sub : FileOps::subpaths(workSpace)) {
-        if (!FileOps::exists(to.filePath(sub)))
-            FileOps::copyItem(from.filePath(sub), to.filePath(sub));
     }
+    Private *p = d.get();
+    d->guardId = WriteGuard::install([p](const QString &path) { p->preservePath(path); });
+    d->worker = std::thread([p] { p->run(); });
 }
 
-void undoSettings(const QString &workSpace, const QString &backup)
+bool SettingsBackup::waitForFinished(int msecs)
 {
-    // An empty path would name the current folder; there is nothing to restore into.
-    if (!workSpace.isEmpty() && FileOps::isDir(backup)) {
-        if (FileOps::exists(workSpace))
-            FileOps::removeItem(workSpace);
-        QDir().mkpath(workSpace);
-        const QDir from(backup);
-        const QDir to(workSpace);
-        for (const QString &sub : FileOps::subpaths(backup)) {
-            const QString target = to.filePath(sub);
-            // Entries of a folder copied whole a moment ago are already in place.
-            if (FileOps::exists(target))
-                continue;
-            if (!FileOps::copyItem(from.filePath(sub), target))
-                qCDebug(lcBackup) << "cannot restore" << sub;
-        }
+    QMutexLocker lock(&d->mutex);
+    if (!d->started)
+        return d->state != State::Capturing;
+    QDeadlineTimer deadline(msecs < 0 ? QDeadlineTimer::Forever : QDeadlineTimer(msecs));
+    while (d->state == State::Capturing) {
+        if (!d->stateChanged.wait(&d->mutex, deadline))
+            return false;
     }
-    clearBackupSettings(backup);
+    return true;
 }
 
-void clearBackupSettings(const QString &backup)
+void SettingsBackup::preserve(const QString &path)
 {
-    if (FileOps::exists(backup))
-        FileOps::removeItem(backup);
+    d->preservePath(path);
 }
 
-} // namespace SettingsBackup
+SettingsBackup::Outcome SettingsBackup::restore(const Progress &progress)
+{
+    if (!d->started || !waitForFinished() || state() != State::Complete) {
+        clear();
+        return Outcome::NothingToUndo;
+    }
+    d->stopWorker();
+    d->removeGuard();
+    const Outcome outcome =
+        BackupRecovery::goBack(d->workSpaceText, QFile::decodeName(d->folder), progress);
+    d->unlock();
+    return outcome;
+}
+
+void SettingsBackup::clear()
+{
+    d->stopWorker();
+    d->removeGuard();
+    if (!d->folder.isEmpty())
+        BackupRecovery::discard(QFile::decodeName(d->folder));
+    d->unlock();
+}

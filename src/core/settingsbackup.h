@@ -2,27 +2,83 @@
 
 #include <QString>
 
-// The whole-workspace backup that makes Cancel possible: a folder in the temporary folder, named
-// by the time the window opened, filled with a copy of the workspace tree when the window has
-// loaded, restored over the workspace on discard and deleted on apply. Every operation ignores
-// file errors; a backup folder that is not there makes them do nothing.
-namespace SettingsBackup {
+#include <functional>
+#include <memory>
 
-// tempDir joined with the seconds since 1970 written "%f" (six decimals).
-QString backupPathFor(double secondsSince1970, const QString &tempDir);
-// The backup path for a window opening now, in the system temporary folder.
-QString newBackupPath();
-// Deletes whatever is at path (a window opened in the same microsecond shares the name) and
-// creates the folder with its parents.
-void createBackupFolder(const QString &path);
+// The whole-workspace backup that makes Cancel possible: an exact, private image of the workspace
+// as it was when the window opened, restored over the workspace on discard and deleted on apply.
+//
+// The backup is a folder of its own (mode 0700, created exclusively) in the temporary folder,
+// named by the opening time ("%f" seconds since 1970, "-1", "-2", ... appended when that name is
+// taken). It holds:
+//   owner     the workspace's absolute path, so that a later window can find a backup its
+//             earlier window left behind when it died;
+//   lock      locked (flock) for as long as the backup's window is alive;
+//   tree/     the image of the workspace;
+//   complete  written once tree/ holds everything; a backup without it is never trusted;
+//   kept      special files that could not be recreated (one relative path a line): a restore
+//             leaves the workspace's own entries there alone;
+//   cancel    written when the author chose to go back; a dead window's restore is finished by
+//             the next opening without asking again;
+//   restored  the identity ("device:inode") of the restored tree just before it is swapped in,
+//             so that the next opening can tell whether the swap happened.
+//
+// The image is taken in the background; a change that the bundle makes to the workspace first
+// calls preserve() (through WriteGuard), which puts the entry's opening state into the backup
+// before anything touches it. The workspace is replaced only by a complete restored copy, swapped
+// in by renames; after a crash at any moment the workspace is complete, old or restored.
+class SettingsBackup
+{
+public:
+    enum class State {
+        Unavailable, // no backup folder could be made (temporary folder missing, read-only, full)
+        Capturing,   // the image is being taken
+        Complete,    // tree/ is an exact image of the workspace at opening
+        Incomplete,  // the image could not be finished; nothing may be restored from it
+    };
+    enum class Outcome {
+        Restored,      // the workspace is as it was at opening
+        NothingToUndo, // the backup is not complete: the workspace was left as it is
+        Failed,        // the restored copy could not be made: the workspace is as it was, the
+                       // backup stays for the next opening
+    };
+    using Progress = std::function<void(qint64 done, qint64 total)>;
 
-// Copies every subpath of the workspace, hidden ones included, into the backup, a folder before
-// its contents; only when the backup folder exists.
-void saveInitialSettings(const QString &workSpace, const QString &backup);
-// Replaces the workspace by the backup's tree, then deletes the backup. Without a backup the
-// workspace is left alone and only the (absent) backup is cleared.
-void undoSettings(const QString &workSpace, const QString &backup);
-// Deletes the backup folder with everything in it.
-void clearBackupSettings(const QString &backup);
+    // Makes the backup folder for workSpace in tempDir (the system's temporary folder by
+    // default) and locks it; state() is Unavailable when that fails.
+    explicit SettingsBackup(const QString &workSpace, const QString &tempDir = QString());
+    // Stops the capture and unlocks the backup; the folder stays (a next opening offers it).
+    ~SettingsBackup();
+    SettingsBackup(const SettingsBackup &) = delete;
+    SettingsBackup &operator=(const SettingsBackup &) = delete;
 
-} // namespace SettingsBackup
+    // "%f" of secondsSince1970 in tempDir: the name a backup of that opening time takes.
+    static QString backupPathFor(double secondsSince1970, const QString &tempDir);
+
+    QString path() const;
+    QString workSpace() const;
+    State state() const;
+    // Number of workspace entries in the image so far (the root folder counts).
+    qint64 entryCount() const;
+
+    // Starts taking the image on a thread of its own; finished (if set) is called on that thread
+    // with Complete or Incomplete when it ends.
+    void start(std::function<void(State)> finished = {});
+    // Blocks until the image is complete or has failed; false on time-out.
+    bool waitForFinished(int msecs = -1);
+
+    // The bundle is about to create, replace or remove the entry at path: its state at opening
+    // (or the fact that it did not exist) goes into the image first. Paths outside the workspace
+    // and calls after the image is finished return at once.
+    void preserve(const QString &path);
+
+    // Cancel: replaces the workspace by the image and deletes the backup. progress is called on
+    // the calling thread while a restored copy is being made.
+    Outcome restore(const Progress &progress = {});
+    // Apply: deletes the backup.
+    void clear();
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};

@@ -14,7 +14,8 @@ QString settingsFileToLoad(const QString &workSpace)
 {
     const QDir dir(workSpace);
     const QString settings = dir.filePath(QStringLiteral("settings.dat"));
-    if (FileOps::exists(settings))
+    // A link, FIFO or folder in its place is no position file: as good as missing.
+    if (FileOps::isRegularFile(settings))
         return settings;
     return dir.filePath(QStringLiteral("defaultsettings.dat"));
 }
@@ -31,13 +32,15 @@ void refreshPreviewPage(const QString &workSpace, const QString &bundlePath)
         return;
     const QString page = QDir(workSpace).filePath(QStringLiteral("index.html"));
     const QString bundlePage = bundlePreviewPage(bundlePath);
-    if (!FileOps::exists(page)) {
-        FileOps::copyItem(bundlePage, page);
+    // Read before anything is copied: a bundle page that is no regular file (a FIFO would stall
+    // the copy) is as unreadable as a missing one. A packager's link to a page is followed.
+    QByteArray bundleBytes;
+    if (!FileOps::readAll(bundlePage, &bundleBytes, FileOps::ReadLinks::Follow)) {
+        qCDebug(lcSettingsWorkspace) << "cannot read the bundle's preview page" << bundlePage;
         return;
     }
-    QByteArray bundleBytes;
-    if (!FileOps::readAll(bundlePage, &bundleBytes)) {
-        qCDebug(lcSettingsWorkspace) << "cannot read the bundle's preview page" << bundlePage;
+    if (!FileOps::exists(page)) {
+        FileOps::copyItem(bundlePage, page);
         return;
     }
     QByteArray pageBytes;

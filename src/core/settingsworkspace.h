@@ -9,15 +9,17 @@
 // folder) makes them do nothing.
 namespace SettingsWorkspace {
 
-// workSpace/"settings.dat" when the workspace has that entry at its top level (one in a
-// sub-folder does not count), else workSpace/"defaultsettings.dat" whether or not it exists.
+// workSpace/"settings.dat" when the workspace has that regular file at its top level (one in a
+// sub-folder does not count, nor a link, FIFO or folder of that name), else
+// workSpace/"defaultsettings.dat" whether or not it exists.
 QString settingsFileToLoad(const QString &workSpace);
 
 // The bundle's preview page: <resources of bundlePath>/html/index.html.
 QString bundlePreviewPage(const QString &bundlePath);
 // Puts the bundle's preview page into the workspace: copied when the workspace has none,
 // rewritten when the two texts differ, left alone when equal or when the bundle's page cannot be
-// read. Local edits of the workspace page therefore never survive a save.
+// read (it is missing or not a regular file). A workspace page that is not a regular file reads
+// as empty, so it is rewritten. Local edits of the workspace page therefore never survive a save.
 void refreshPreviewPage(const QString &workSpace, const QString &bundlePath);
 
 // The top-level entries that OK keeps: the located files, then "files", "bookPlugin.js",

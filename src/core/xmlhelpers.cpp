@@ -1,5 +1,29 @@
 #include "xmlhelpers.h"
 
+#include <QXmlStreamReader>
+
+namespace {
+
+// The line of the first element nested deeper than MaxDescriptionDepth, or 0 when there is none
+// (text that is not well-formed ends the pass early; the parser then says why). Names are read
+// as the parser reads them, without namespaces, so both stop at the same error.
+template<typename Text> int lineTooDeep(const Text &xml)
+{
+    QXmlStreamReader reader(xml);
+    reader.setNamespaceProcessing(false);
+    int depth = 0;
+    while (!reader.atEnd()) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement && ++depth > MaxDescriptionDepth)
+            return int(reader.lineNumber());
+        if (token == QXmlStreamReader::EndElement)
+            --depth;
+    }
+    return 0;
+}
+
+} // namespace
+
 QDomElement generateXmlWithType(QDomDocument &doc, const QString &name, const QString &value,
                                 const QString &type)
 {
@@ -65,7 +89,20 @@ QString replaceStringForXML(const QString &text)
 QDomDocument parseDescriptionXml(const QByteArray &xml)
 {
     QDomDocument doc;
-    if (!doc.setContent(xml))
+    if (lineTooDeep(xml) || !doc.setContent(xml))
+        return QDomDocument();
+    return doc;
+}
+
+QDomDocument parseDescriptionXml(const QString &text, QString *errorMessage, int *errorLine)
+{
+    if (const int line = lineTooDeep(text)) {
+        *errorMessage = QStringLiteral("elements nested deeper than %1").arg(MaxDescriptionDepth);
+        *errorLine = line;
+        return QDomDocument();
+    }
+    QDomDocument doc;
+    if (!doc.setContent(text, false, errorMessage, errorLine))
         return QDomDocument();
     return doc;
 }

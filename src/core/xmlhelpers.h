@@ -7,6 +7,14 @@
 
 // Helpers around the description XML: every setting is an element whose text is its value and
 // whose "type" attribute names its kind; an element without "type" is a container.
+//
+// A description nests a handful of levels (info/properties/basic/left). One nested deeper than
+// MaxDescriptionDepth elements, the root counting as the first, is damaged, exactly like text
+// that is not well-formed: parseDescriptionXml answers a null document for it and the one-pass
+// JSON reading a null string. The limit keeps every walk over a document (parsing, saving,
+// converting, xml2dict's recursion) short, and the check costs one pass that stops at the first
+// element past it.
+constexpr int MaxDescriptionDepth = 256;
 
 // A new element of doc named name, with the attribute "type" and the text value (doc by
 // reference: a null document is created on first use and must stay the caller's). It is not
@@ -28,5 +36,8 @@ QDomElement dict2xml(QDomDocument &doc, const QVariantMap &dict, const QString &
 QString replaceStringForXML(const QString &text);
 
 // The description parsed as one document without whitespace-only text nodes; a null document
-// when the text is not well-formed XML.
+// when the text is not well-formed XML or nests deeper than MaxDescriptionDepth.
 QDomDocument parseDescriptionXml(const QByteArray &xml);
+// The same for text already decoded (an encoding the text declares is then ignored), with why
+// and where it failed in errorMessage and errorLine.
+QDomDocument parseDescriptionXml(const QString &text, QString *errorMessage, int *errorLine);

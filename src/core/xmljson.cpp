@@ -256,6 +256,9 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
             } else if (rootSeen) {
                 return StreamResult::Malformed;
             }
+            // Nested past the limit the description is damaged, as parseDescriptionXml says too.
+            if (stack.size() >= size_t(MaxDescriptionDepth))
+                return StreamResult::Malformed;
             rootSeen = true;
             if (isAnonymous(name)) {
                 out += u'{';

@@ -38,7 +38,8 @@ void appendJson(QString &out, const QDomElement &element, const QString &relateP
 
 // The JSON of the root element of a description text: what appendJson gives for the parsed
 // document, read in one pass without building a tree. A null string when the text is not
-// well-formed XML (as for a document that does not parse).
+// well-formed XML or nests deeper than MaxDescriptionDepth (as for a document that does not
+// parse).
 QString jsonFromXmlText(const QByteArray &xml, const QString &relatePath, const QString &workSpace);
 
 } // namespace XmlJson

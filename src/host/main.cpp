@@ -17,6 +17,7 @@
 #include <QWindow>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -30,6 +31,7 @@ struct Options
     QString screenshot;
     int screenshotDelay = 2500;
     bool quitWhenShown = false;
+    int recovery = 0; // ask
 };
 
 Options parseOptions(const QCoreApplication &app)
@@ -67,7 +69,14 @@ Options parseOptions(const QCoreApplication &app)
         QStringLiteral("quit-when-shown"),
         QStringLiteral("Print \"window shown\" once the window is on screen with its settings "
                        "loaded, then close it with Cancel (for start-up measurements)."));
-    parser.addOptions({language, bundle, workspace, modeless, screenshot, delay, quitWhenShown});
+    const QCommandLineOption recovery(
+        QStringLiteral("recovery"),
+        QStringLiteral("When an earlier window on the workspace died: \"ask\" the author, "
+                       "\"go-back\" to the workspace as it was before that window, or \"keep\" "
+                       "it as it is (default: ask; keep with --quit-when-shown or --screenshot)."),
+        QStringLiteral("answer"));
+    parser.addOptions(
+        {language, bundle, workspace, modeless, screenshot, delay, quitWhenShown, recovery});
     parser.process(app);
 
     Options options;
@@ -80,6 +89,17 @@ Options parseOptions(const QCoreApplication &app)
         options.screenshot = QDir::current().absoluteFilePath(parser.value(screenshot));
     options.screenshotDelay = parser.value(delay).toInt();
     options.quitWhenShown = parser.isSet(quitWhenShown);
+    const QStringList answers{QStringLiteral("ask"), QStringLiteral("go-back"),
+                              QStringLiteral("keep")};
+    if (parser.isSet(recovery)) {
+        options.recovery = int(answers.indexOf(parser.value(recovery)));
+        if (options.recovery < 0) {
+            std::fprintf(stderr, "imghost: --recovery takes ask, go-back or keep\n");
+            std::exit(2);
+        }
+    } else if (options.quitWhenShown || !options.screenshot.isEmpty()) {
+        options.recovery = 2; // nobody is there to answer
+    }
     return options;
 }
 
@@ -174,6 +194,7 @@ int main(int argc, char *argv[])
     settings->setModalMode(options.modal);
     if (!options.workspace.isEmpty())
         settings->setWorkSpace(options.workspace);
+    settings->setRecoveryAnswer(options.recovery);
     QDialog *window = settings->window();
     if (!window) {
         std::fprintf(stderr, "imghost: the settings window could not be loaded\n");

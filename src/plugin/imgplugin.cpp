@@ -25,6 +25,12 @@ public:
     int closeMode() const override { return m_delegate->closeMode(); }
     bool isCloseBundle() const override { return m_delegate->isCloseBundle(); }
     QObject *object() override { return m_delegate.get(); }
+    void setRecoveryAnswer(int answer) override
+    {
+        if (answer >= PluginSettingsDelegate::AskAuthor &&
+            answer <= PluginSettingsDelegate::KeepAsItIs)
+            m_delegate->setRecoveryAnswer(PluginSettingsDelegate::RecoveryAnswer(answer));
+    }
 
 private:
     std::unique_ptr<PluginSettingsDelegate> m_delegate;

@@ -34,4 +34,10 @@ public:
 
     // The QObject behind the controller, for its signal windowClosed(int closeMode).
     virtual QObject *object() = 0;
+
+    // When an earlier window on the same workspace died, the author is asked while the window
+    // loads whether to go back to the workspace as it was before that window or keep it as it
+    // is. A host that runs without a person answers for them: 0 asks (the default), 1 goes back,
+    // 2 keeps. Call it before window().
+    virtual void setRecoveryAnswer(int answer) = 0;
 };

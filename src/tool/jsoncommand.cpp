@@ -2,9 +2,10 @@
 
 #include "commandoptions.h"
 
+#include "fileops.h"
+#include "xmlhelpers.h"
 #include "xmljson.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <cstdio>
 
@@ -24,10 +25,13 @@ int run(const Command &self, const QStringList &args)
                                     ? QStringLiteral("missing FILE.xml")
                                     : QStringLiteral("expects one FILE.xml"));
     const QString path = options->positional.first();
-    QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
+    // A FIFO would wait for a writer and a device might never end: only a regular file (or a
+    // link to one) is read.
+    if (FileOps::exists(path) && !FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
+        return failure(QStringLiteral("%1 is not a regular file").arg(path));
+    QByteArray xml;
+    if (!FileOps::readAll(path, &xml, FileOps::ReadLinks::Follow))
         return failure(QStringLiteral("cannot read %1").arg(path));
-    const QByteArray xml = file.readAll();
 
     // Files named in the description are looked for beside it unless told otherwise.
     const QString workspace = options->has(QStringLiteral("--workspace"))
@@ -36,7 +40,8 @@ int run(const Command &self, const QStringList &args)
     const QString json =
         XmlJson::jsonFromXmlText(xml, options->value(QStringLiteral("--relate")), workspace);
     if (json.isNull())
-        return failure(QStringLiteral("%1 is not well-formed XML").arg(path));
+        return failure(QStringLiteral("%1 is not well-formed XML or nests elements deeper than %2")
+                           .arg(path, QString::number(MaxDescriptionDepth)));
     const QByteArray bytes = json.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
     return Success;
@@ -48,13 +53,15 @@ const Registration registration{
      QStringLiteral(
          "Prints, on one line, the JSON that the preview and the book read: members in document\n"
          "order, no spaces; an \"info\" root is an anonymous object. The position file is not\n"
-         "applied (see imgbundle config).\n"
+         "applied (see imgbundle config). A description that nests elements more than\n"
+         "%1 levels deep counts as damaged, like one that is not well-formed XML.\n"
          "\n"
          "Options:\n"
          "  --relate PATH    folder under which existing files of type \"file\" are written,\n"
          "                   e.g. files/plugin as in the book; default: none\n"
          "  --workspace DIR  where files of type \"file\" are looked for; default: the folder\n"
-         "                   holding FILE.xml"),
+         "                   holding FILE.xml")
+         .arg(MaxDescriptionDepth),
      &run}};
 
 } // namespace

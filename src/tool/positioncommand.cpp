@@ -2,10 +2,10 @@
 
 #include "toolcommand.h"
 
+#include "fileops.h"
 #include "positionfile.h"
 #include "positionrect.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <charconv>
@@ -33,8 +33,12 @@ int runRead(const Command &self, const QStringList &args)
         return failure(QStringLiteral("no file at %1").arg(path));
     if (QFileInfo(path).isDir())
         return failure(QStringLiteral("%1 is a folder, not a position file").arg(path));
+    // A FIFO would wait for a writer and a device might never end: neither is read.
+    if (!FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
+        return failure(QStringLiteral("%1 is not a regular file").arg(path));
     // A short or unreadable file reads as all zeros, as in the settings window.
-    const PositionRect rect = PositionFile::read(path).value_or(PositionRect());
+    const PositionRect rect =
+        PositionFile::read(path, FileOps::ReadLinks::Follow).value_or(PositionRect());
     out(QStringLiteral("left %1\ntop %2\nright %3\nbottom %4\ntransparency %5\nlayer %6")
             .arg(floatText(rect.left()), floatText(rect.top()), floatText(rect.right()),
                  floatText(rect.bottom()), floatText(rect.transparency()),
@@ -76,8 +80,8 @@ int runWrite(const Command &self, const QStringList &args)
     const QString path = args.first();
     rect.saveToFile(path);
     // saveToFile ignores a failed write, as the window does; the tool checks and says so.
-    QFile written(path);
-    if (!written.open(QIODevice::ReadOnly) || written.readAll() != rect.toText())
+    QByteArray written;
+    if (!FileOps::readAll(path, &written, FileOps::ReadLinks::Follow) || written != rect.toText())
         return failure(QStringLiteral("could not write %1").arg(path));
     return Success;
 }

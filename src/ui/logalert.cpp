@@ -52,3 +52,10 @@ bool LogAlert::AlertOKCancelWithMessage(const QString &message, const QString &t
 {
     return runAlert(message, text, {QStringLiteral("OK"), QStringLiteral("Cancel")}, 1) != 1;
 }
+
+int LogAlert::AlertWithButtons(const QString &message, const QString &text,
+                               const QStringList &titles, int escapeIndex)
+{
+    const int answer = runAlert(message, text, titles, escapeIndex);
+    return answer < 0 ? escapeIndex : answer;
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 // The bundle's three modal alerts. Each runs application-modal on the main thread and returns
 // once the user has answered; message is the main text, text the smaller informative text (an
@@ -16,4 +17,8 @@ public:
     static bool AlertYesNoWithMessage(const QString &message, const QString &text);
     // "OK" (Return) and "Cancel" (Escape); false only when "Cancel" closed the alert.
     static bool AlertOKCancelWithMessage(const QString &message, const QString &text);
+    // The given buttons in order, the first the default (Return), the one at escapeIndex pressed
+    // by Escape and the close box; answers the index of the button pressed.
+    static int AlertWithButtons(const QString &message, const QString &text,
+                                const QStringList &titles, int escapeIndex);
 };

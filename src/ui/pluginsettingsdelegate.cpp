@@ -1,5 +1,6 @@
 #include "pluginsettingsdelegate.h"
 
+#include "backuprecovery.h"
 #include "bundlepaths.h"
 #include "localisation.h"
 #include "logalert.h"
@@ -18,17 +19,21 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QLayout>
 #include <QLineEdit>
 #include <QLoggingCategory>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QThread>
 #include <QTimer>
 #include <QWebEngineView>
 
+#include <climits>
 #include <cstdio>
 
 Q_LOGGING_CATEGORY(lcSettingsWindow, "img.settings.window", QtWarningMsg)
@@ -157,8 +162,7 @@ void PluginSettingsDelegate::initialParaments()
 {
     m_initialRect = PositionRect();
     ptRect = &m_initialRect;
-    _backupSettingPath = SettingsBackup::newBackupPath();
-    SettingsBackup::createBackupFolder(_backupSettingPath);
+    // The backup belongs to a workspace, which is known once the window loads: it is made then.
 }
 
 QDialog *PluginSettingsDelegate::window()
@@ -197,6 +201,10 @@ bool PluginSettingsDelegate::awakeFromNib()
     dialog->setWindowTitle(
         QString(title).replace(QLatin1String("%@"), QLatin1String("Image Plugin")));
     wireOutlets();
+    if (_workSpace.isEmpty())
+        _workSpace = QDir(PluginSettingsInfo::getSavePluginPath()).filePath(kIdentifier);
+    // What an earlier window left half-done is settled before anything touches the workspace.
+    recoverWorkspace();
     loadPrivateView();
     loadSettings();
 
@@ -292,8 +300,6 @@ void PluginSettingsDelegate::loadPrivateView()
     }
     top.reset();
 
-    if (_workSpace.isEmpty())
-        _workSpace = QDir(PluginSettingsInfo::getSavePluginPath()).filePath(kIdentifier);
     if (!view) {
         qCWarning(lcSettingsWindow) << "no private view in" << path;
         return;
@@ -369,17 +375,142 @@ void PluginSettingsDelegate::saveGlobalSettings()
 
 void PluginSettingsDelegate::saveInitialSettings()
 {
-    SettingsBackup::saveInitialSettings(_workSpace, _backupSettingPath);
+    if (_workSpace.isEmpty() || m_backup)
+        return;
+    m_backup = std::make_unique<SettingsBackup>(_workSpace);
+    _backupSettingPath = m_backup->path();
+    if (m_backup->state() == SettingsBackup::State::Unavailable) {
+        // Said once the window is up, so that the author sees what it is about.
+        QMetaObject::invokeMethod(this, &PluginSettingsDelegate::reportBackupFailure,
+                                  Qt::QueuedConnection);
+        return;
+    }
+    // The image is taken in the background; the window works meanwhile, and every change it
+    // makes to the workspace first puts the entry's opening state into the backup.
+    m_backup->start([this](SettingsBackup::State end) {
+        if (end != SettingsBackup::State::Complete)
+            QMetaObject::invokeMethod(this, &PluginSettingsDelegate::reportBackupFailure,
+                                      Qt::QueuedConnection);
+    });
+}
+
+void PluginSettingsDelegate::reportBackupFailure()
+{
+    if (m_closed || m_backupFailureShown)
+        return;
+    m_backupFailureShown = true;
+    const QString message = QStringLiteral("The workspace could not be backed up.");
+    const QString text = QStringLiteral(
+        "Your changes are still saved as you make them, but Cancel will not be able to undo them.");
+    LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
 }
 
 void PluginSettingsDelegate::undoSettings()
 {
-    SettingsBackup::undoSettings(_workSpace, _backupSettingPath);
+    if (!m_backup)
+        return;
+    SettingsBackup *backup = m_backup.get();
+    const auto outcome = SettingsBackup::Outcome(
+        restoreWithProgress([backup](const SettingsBackup::Progress &progress) {
+            return int(backup->restore(progress));
+        }));
+    m_backup.reset();
+    if (outcome == SettingsBackup::Outcome::NothingToUndo) {
+        const QString message = QStringLiteral("Nothing could be undone.");
+        const QString text =
+            QStringLiteral("There is no complete backup of the workspace, so it stays as it is.");
+        LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
+    } else if (outcome == SettingsBackup::Outcome::Failed) {
+        const QString message = QStringLiteral("The workspace could not be restored.");
+        const QString text = QStringLiteral("It stays as it is. The backup is kept and offered "
+                                            "again the next time the window opens.");
+        LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
+    }
 }
 
 void PluginSettingsDelegate::clearBackupSettings()
 {
-    SettingsBackup::clearBackupSettings(_backupSettingPath);
+    if (m_backup)
+        m_backup->clear();
+    m_backup.reset();
+}
+
+int PluginSettingsDelegate::restoreWithProgress(
+    const std::function<int(const std::function<void(qint64, qint64)> &)> &work)
+{
+    // The restore runs on a thread of its own so that the window keeps painting; it takes no
+    // input meanwhile, and a progress dialog appears when it takes more than half a second.
+    const QString label = QStringLiteral("Restoring the workspace…");
+    QProgressDialog dialog(loadAppString(label, label), QString(), 0, 0,
+                           m_window && m_window->isVisible() ? m_window.get() : nullptr);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    dialog.setCancelButton(nullptr);
+    dialog.setMinimumDuration(500);
+    dialog.setAutoClose(false);
+    dialog.setAutoReset(false);
+    const bool wasEnabled = m_window && m_window->isEnabled();
+    if (m_window)
+        m_window->setEnabled(false);
+    int outcome = 0;
+    QEventLoop loop;
+    std::unique_ptr<QThread> thread(QThread::create([&] {
+        outcome = work([&dialog](qint64 done, qint64 total) {
+            QMetaObject::invokeMethod(
+                &dialog,
+                [&dialog, done, total] {
+                    dialog.setMaximum(int(qMin<qint64>(total, INT_MAX)));
+                    dialog.setValue(int(qMin<qint64>(done, total)));
+                },
+                Qt::QueuedConnection);
+        });
+    }));
+    connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    thread->start();
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    thread->wait();
+    if (m_window)
+        m_window->setEnabled(wasEnabled);
+    return outcome;
+}
+
+void PluginSettingsDelegate::recoverWorkspace()
+{
+    const QList<BackupRecovery::Pending> pending = BackupRecovery::settle(_workSpace);
+    if (pending.isEmpty())
+        return;
+    bool goBack = m_recoveryAnswer == GoBack;
+    if (m_recoveryAnswer == AskAuthor) {
+        const QString message =
+            QStringLiteral("The settings window closed unexpectedly last time.");
+        const QString text = QStringLiteral("Go back to the workspace as it was before that window "
+                                            "opened, or keep it as it is now?");
+        const QString keep = QStringLiteral("Keep As It Is");
+        const QString back = QStringLiteral("Go Back");
+        // Keeping changes nothing, so it is what Return and Escape do.
+        goBack = LogAlert::AlertWithButtons(
+                     loadAppString(message, message), loadAppString(text, text),
+                     {loadAppString(keep, keep), loadAppString(back, back)}, 0) == 1;
+    }
+    // The oldest backup holds the workspace as it was before the first window that died; the
+    // others go either way, so that none is left behind.
+    const QString oldest = pending.first().backupPath;
+    for (const BackupRecovery::Pending &entry : pending) {
+        if (!goBack || entry.backupPath != oldest)
+            BackupRecovery::keep(entry.backupPath);
+    }
+    if (!goBack)
+        return;
+    const QString workSpace = _workSpace;
+    const auto outcome = SettingsBackup::Outcome(
+        restoreWithProgress([workSpace, oldest](const SettingsBackup::Progress &progress) {
+            return int(BackupRecovery::goBack(workSpace, oldest, progress));
+        }));
+    if (outcome != SettingsBackup::Outcome::Restored) {
+        const QString message = QStringLiteral("The workspace could not be restored.");
+        const QString text = QStringLiteral("It stays as it is. The backup is kept and offered "
+                                            "again the next time the window opens.");
+        LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
+    }
 }
 
 // ---- buttons and closing

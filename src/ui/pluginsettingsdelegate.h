@@ -9,9 +9,11 @@
 #include <QString>
 #include <QWebEngineView>
 
+#include <functional>
 #include <memory>
 
 class PositionView;
+class SettingsBackup;
 class PreviewController;
 class PrivateView;
 class QButtonGroup;
@@ -38,6 +40,9 @@ class PluginSettingsDelegate : public QObject, public PostionViewDelete, public 
 
 public:
     enum CloseMode { Discard = 0, Apply = 1 };
+    // What to do with the backup of an earlier window on the same workspace that died before
+    // the author decided: ask the author, or answer without asking (hosts and tests).
+    enum RecoveryAnswer { AskAuthor = 0, GoBack = 1, KeepAsItIs = 2 };
 
     // A null languageCode keeps the process-wide language set before; a null bundlePath falls
     // back to the host's own bundle. Creates the empty backup folder of this opening.
@@ -67,6 +72,11 @@ public:
     void setCloseMode(int mode) { _closeMode = mode; }
     QString backupSettingPath() const { return _backupSettingPath; }
     void setBackupSettingPath(const QString &path) { _backupSettingPath = path; }
+    RecoveryAnswer recoveryAnswer() const { return m_recoveryAnswer; }
+    // Call it before window(): the question is asked while the window loads.
+    void setRecoveryAnswer(RecoveryAnswer answer) { m_recoveryAnswer = answer; }
+    // The backup of this opening; null before the window has loaded.
+    SettingsBackup *backup() const { return m_backup.get(); }
     PositionView *positionView() const;
     void setPositionView(PositionView *view);
     PrivateView *privateView() const;
@@ -126,6 +136,10 @@ private:
     void selectLayer(int layer);
     void refreshPreview();
     void closeWindow();
+    void recoverWorkspace();
+    void reportBackupFailure();
+    int restoreWithProgress(
+        const std::function<int(const std::function<void(qint64, qint64)> &)> &work);
 
     // Outlets of the window description.
     QPointer<QWidget> PrivateSettingView;
@@ -158,6 +172,10 @@ private:
     bool isOKCancelButton = false;
     // The preview on iWebView: its page, navigation policy and the pending forced reload.
     PreviewController *m_preview = nullptr; // a child of this controller
+
+    std::unique_ptr<SettingsBackup> m_backup;
+    RecoveryAnswer m_recoveryAnswer = AskAuthor;
+    bool m_backupFailureShown = false;
 
     QString m_windowDescriptionPath;
     std::unique_ptr<SettingsDialog> m_window;

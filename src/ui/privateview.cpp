@@ -31,14 +31,13 @@ namespace {
 
 const QString kIdentifier = QStringLiteral("img");
 
-// The description at path parsed as a document, or a null document when the file is missing,
-// is not valid UTF-8 or is not well-formed.
-QDomDocument readDescription(const QString &path)
+// The description at path parsed as a document, or a null document when the file is missing
+// (or not a regular file, or a link unless links is Follow), is not valid UTF-8 or is damaged.
+QDomDocument readDescription(const QString &path, FileOps::ReadLinks links)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QByteArray bytes;
+    if (!FileOps::readAll(path, &bytes, links))
         return {};
-    const QByteArray bytes = file.readAll();
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString text = utf8.decode(bytes);
     if (utf8.hasError())
@@ -243,9 +242,9 @@ bool PrivateView::onSave(QObject *sender)
     if (m_workSpace.isEmpty() || !QFileInfo(m_workSpace).isDir())
         return false;
     const QString target = settingFileInWorkspace();
-    QDomDocument document = readDescription(target);
+    QDomDocument document = readDescription(target, FileOps::ReadLinks::NoFollow);
     if (document.isNull())
-        document = readDescription(settingFileInApp());
+        document = readDescription(settingFileInApp(), FileOps::ReadLinks::Follow);
     if (document.isNull()) {
         qCDebug(lcPrivateView) << "no readable description for" << target;
         return false;
@@ -342,20 +341,20 @@ bool PrivateView::saveFile2Workspace(const QString &path)
     // A path without a file name would make the workspace (or its parent) the destination.
     if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
         return false;
+    // The copy reads the chosen file: a FIFO would stall it and a device might never end.
+    if (!FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
+        return false;
     const QDir workspace(m_workSpace);
     const QString dest = workspace.filePath(name);
     const QString fallback = workspace.filePath(timeStampName());
-    const bool occupied = QFileInfo::exists(dest) || QFileInfo(dest).isSymLink();
-    const bool keptOld = occupied && QDir().rename(dest, fallback);
-    if (QFile::copy(path, dest))
+    const bool occupied = FileOps::exists(dest);
+    const bool keptOld = occupied && FileOps::renameItem(dest, fallback);
+    if (FileOps::copyItem(path, dest))
         return true;
     qCDebug(lcPrivateView) << "could not copy" << path << "to" << dest;
-    // Whatever stands at dest now is a leftover of the failed copy, unless the old file could
-    // not be moved aside: then it is still there and stays.
-    if (!occupied || keptOld)
-        QFile::remove(dest);
+    // The copy is atomic, so nothing of it stands at dest; the old file goes back to its name.
     if (keptOld)
-        QDir().rename(fallback, dest);
+        FileOps::renameItem(fallback, dest);
     return false;
 }
 

@@ -1,5 +1,6 @@
 #include "uiloader.h"
 
+#include "fileops.h"
 #include "privateview.h"
 #include "roundview.h"
 #include "simplecell.h"
@@ -41,8 +42,9 @@ QWidget *UiLoader::createWidget(const QString &className, QWidget *parent, const
 
 QWidget *UiLoader::loadFile(const QString &path, QWidget *parent)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // A file of the bundle: a packager's link is followed, but only to a regular file.
+    QFile file;
+    if (!FileOps::openForReading(&file, path, FileOps::ReadLinks::Follow)) {
         qCDebug(lcUiLoader) << "no window description at" << path;
         return nullptr;
     }

@@ -17,7 +17,8 @@ public:
     // The class names this loader adds to Qt's own.
     static QStringList customWidgetClasses();
 
-    // The top-level widget of the description at path, or null when the file is missing or
-    // broken. The caller owns the result (or its parent does).
+    // The top-level widget of the description at path, or null when the file is missing, not a
+    // regular file (a link to one is followed) or broken. The caller owns the result (or its
+    // parent does).
     QWidget *loadFile(const QString &path, QWidget *parent = nullptr);
 };

@@ -1,5 +1,6 @@
 #include "bundlepaths.h"
 #include "localisation.h"
+#include "specialentries.h"
 #include "testenv.h"
 
 #include <QCoreApplication>
@@ -221,6 +222,38 @@ private slots:
         QCOMPARE(loadAppString("Plugin Settings - %@", "dflt"), QStringLiteral("dflt"));
     }
 
+    // A table is read without waiting: anything but a regular file (or a packager's link to
+    // one) is as good as missing, and the system's choice applies.
+    void specialTable_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("a FIFO reads as missing") << Fifo << "English text";
+        QTest::newRow("a packager's link to a table is followed") << LinkToFile << "dflt";
+        QTest::newRow("a link to a FIFO reads as missing") << LinkToFifo << "English text";
+        QTest::newRow("a folder reads as missing") << Folder << "English text";
+    }
+
+    void specialTable()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        QFETCH(QString, expected);
+        QFile fixture(LocaleFixtures + "/de.qm");
+        QVERIFY(fixture.open(QIODevice::ReadOnly));
+        const QString bundle = makeBundle({"en"});
+        QVERIFY(SpecialEntries::make(
+            kind, BundlePaths::resourcePath(bundle) + "/de.lproj/PluginLocale.qm",
+            m_root.filePath(QStringLiteral("packaged-%1").arg(++m_count)), fixture.readAll()));
+        setDefaultBundlePath(bundle);
+        setDefaultLanguageCode(QStringLiteral("de"));
+        // "Only in English" is in the English table alone; the German one has the title.
+        QCOMPARE(loadAppString("Only in English", "dflt"), expected);
+        if (kind == SpecialEntries::LinkToFile)
+            QCOMPARE(loadAppString("Plugin Settings - %@", "x"),
+                     QStringLiteral("Plugin-Einstellungen - %@"));
+    }
+
     void shippedEnglishTable_data()
     {
         QTest::addColumn<QString>("key");
@@ -297,6 +330,32 @@ private slots:
         }
         const QString dir = expected.isEmpty() ? res : res + "/" + expected;
         QCOMPARE(found, dir + "/PluginSettingsDelegate.ui");
+    }
+
+    void descriptionPathPassesOverSpecialEntries_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("a FIFO is passed over") << Fifo << "en.lproj";
+        QTest::newRow("a folder is passed over") << Folder << "en.lproj";
+        QTest::newRow("a link to a FIFO is passed over") << LinkToFifo << "en.lproj";
+        QTest::newRow("a dangling link is passed over") << DanglingLink << "en.lproj";
+        QTest::newRow("a packager's link to a file is taken") << LinkToFile << "de.lproj";
+    }
+
+    void descriptionPathPassesOverSpecialEntries()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        QFETCH(QString, expected);
+        const QString res = BundlePaths::resourcePath(makeBundle({}));
+        QVERIFY(writeBytes(res + "/en.lproj/PluginSettingsDelegate.ui", "en"));
+        QVERIFY(SpecialEntries::make(kind, res + "/de.lproj/PluginSettingsDelegate.ui",
+                                     m_root.filePath(QStringLiteral("packaged-%1").arg(++m_count)),
+                                     "de"));
+        setDefaultLanguageCode(QStringLiteral("de"));
+        QCOMPARE(localizedResourcePath(res, QStringLiteral("PluginSettingsDelegate.ui")),
+                 res + "/" + expected + "/PluginSettingsDelegate.ui");
     }
 
     void descriptionPathInBundle()

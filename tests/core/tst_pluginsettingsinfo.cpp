@@ -1,7 +1,10 @@
 #include "bundlepaths.h"
+#include "fileops.h"
 #include "localisation.h"
 #include "pluginsettingsinfo.h"
+#include "specialentries.h"
 #include "testenv.h"
+#include "xmlhelpers.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -141,6 +144,18 @@ private slots:
         QTest::newRow("empty product.id is an empty id") << true << QByteArray() << "";
         QTest::newRow("product.id that is not UTF-8 is unreadable")
             << true << QByteArray("ab\xFF\xFE") << "(null)";
+        QTest::newRow("a slash leading up and out is unreadable")
+            << true << QByteArray("x/../../etc") << "(null)";
+        QTest::newRow("a slash between names is unreadable")
+            << true << QByteArray("a/b") << "(null)";
+        QTest::newRow("a backslash is unreadable") << true << QByteArray("..\\x") << "(null)";
+        QTest::newRow("a NUL is unreadable") << true << QByteArray("a\0b", 3) << "(null)";
+        QTest::newRow("\"..\" alone is unreadable") << true << QByteArray("..") << "(null)";
+        QTest::newRow("\".\" alone is unreadable") << true << QByteArray(".") << "(null)";
+        QTest::newRow("dots with more are a name of their own")
+            << true << QByteArray("...") << "...";
+        QTest::newRow("\"..\" with a line break is a name of its own")
+            << true << QByteArray("..\n") << "..\n";
     }
 
     void savePluginPath()
@@ -164,6 +179,29 @@ private slots:
         setDefaultBundlePath(bundle);
         QCOMPARE(PluginSettingsInfo::getSavePluginPath(),
                  dataBase() + "/Kelvara/(null)_resource/Plugin/Save");
+    }
+
+    void specialProductId_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QString>("folderName");
+        QTest::newRow("a FIFO is unreadable, without waiting for a writer") << Fifo << "(null)";
+        QTest::newRow("a packager's link to a regular file is followed") << LinkToFile << "linked";
+        QTest::newRow("a link to a FIFO is unreadable") << LinkToFifo << "(null)";
+        QTest::newRow("a dangling link is unreadable") << DanglingLink << "(null)";
+    }
+
+    void specialProductId()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        QFETCH(QString, folderName);
+        const QString bundle = makeBundle();
+        QVERIFY(SpecialEntries::make(kind, BundlePaths::resourcePath(bundle) + "/product.id",
+                                     freshDir(QStringLiteral("elsewhere")), "linked"));
+        setDefaultBundlePath(bundle);
+        QCOMPARE(PluginSettingsInfo::getSavePluginPath(),
+                 dataBase() + "/Kelvara/" + folderName + "_resource/Plugin/Save");
     }
 
     void missingBundleFallsBackToMainBundle()
@@ -263,6 +301,22 @@ private slots:
             QCOMPARE(readBytes(to + "/" + name), name.toUtf8());
     }
 
+    void copySkipsWhatIsNoRegularFile()
+    {
+        using namespace SpecialEntries;
+        const QString from = freshDir(QStringLiteral("from"));
+        const QString to = freshDir(QStringLiteral("to"));
+        const QString elsewhere = freshDir(QStringLiteral("elsewhere"));
+        QVERIFY(writeBytes(from + "/index.html", "page"));
+        QVERIFY(make(Fifo, from + "/fifo.html", elsewhere));
+        QVERIFY(make(LinkToFifo, from + "/sub/fifo-link.js", elsewhere));
+        QVERIFY(make(DanglingLink, from + "/dangling.css", elsewhere));
+        QVERIFY(make(LinkToFile, from + "/linked.css", elsewhere, "linked"));
+        PluginSettingsInfo::copyFromPath(from, to, false);
+        QCOMPARE(tree(to), (QStringList{"index.html", "linked.css", "sub/"}));
+        QCOMPARE(readBytes(to + "/linked.css"), QByteArray("linked"));
+    }
+
     // ---- resetWorkspace
 
     void resetBuildsFromHtmlAndData()
@@ -280,6 +334,48 @@ private slots:
         QCOMPARE(readBytes(ws + "/book.swf"), QByteArray("SWF"));
         QCOMPARE(readBytes(ws + "/img.xml"), ImgXml);
         QCOMPARE(readBytes(ws + "/defaultsettings.dat"), Defaults);
+    }
+
+    // A FIFO among the bundle's files would stall the copy; it is left out, the rest is copied.
+    void bundleFifoIsSkipped_data()
+    {
+        QTest::addColumn<QString>("rel");
+        QTest::newRow("html/index.html") << "html/index.html";
+        QTest::newRow("data/img.xml") << "data/img.xml";
+        QTest::newRow("data/defaultsettings.dat") << "data/defaultsettings.dat";
+        QTest::newRow("data/img.swf, which would become book.swf") << "data/img.swf";
+    }
+
+    void bundleFifoIsSkipped()
+    {
+        QFETCH(QString, rel);
+        const QString bundle = makeBundle();
+        const QString source = BundlePaths::resourcePath(bundle) + "/" + rel;
+        QFile::remove(source);
+        QVERIFY(SpecialEntries::makeFifo(source));
+        const QString name = QFileInfo(rel).fileName();
+        const QString ws = freshDir(QStringLiteral("ws")) + "/img";
+        QVERIFY(infoFor(ws, bundle).resetWorkspace());
+        QVERIFY(!FileOps::exists(ws + "/" + name));
+        QVERIFY(!FileOps::exists(ws + "/book.swf"));
+        QVERIFY(QFileInfo(ws + "/css/style.css").isFile());
+        // The top-up of an existing workspace skips it the same way.
+        QVERIFY(infoFor(ws, bundle).loadWorkspace());
+        QVERIFY(!FileOps::exists(ws + "/" + name));
+        QVERIFY(QFileInfo(ws + "/css/style.css").isFile());
+    }
+
+    void bundleLinksToRegularFilesAreCopied()
+    {
+        const QString bundle = makeBundle();
+        const QString res = BundlePaths::resourcePath(bundle);
+        QFile::remove(res + "/data/img.xml");
+        QVERIFY(SpecialEntries::make(SpecialEntries::LinkToFile, res + "/data/img.xml",
+                                     freshDir(QStringLiteral("packaged")), ImgXml));
+        const QString ws = freshDir(QStringLiteral("ws")) + "/img";
+        QVERIFY(infoFor(ws, bundle).resetWorkspace());
+        QVERIFY(!QFileInfo(ws + "/img.xml").isSymLink());
+        QCOMPARE(readBytes(ws + "/img.xml"), ImgXml);
     }
 
     void resetWithoutSwfMakesNoBookSwf()
@@ -518,6 +614,49 @@ private slots:
         QVERIFY(info.getXMLFromWorkspace().isNull());
     }
 
+    void xmlThatIsNoRegularFile_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::newRow("a FIFO reads as missing, without waiting for a writer") << Fifo;
+        QTest::newRow("a link to a well-formed file outside is data: missing") << LinkToFile;
+        QTest::newRow("a link to a FIFO reads as missing") << LinkToFifo;
+        QTest::newRow("a folder reads as missing") << Folder;
+        QTest::newRow("a socket reads as missing") << Socket;
+    }
+
+    void xmlThatIsNoRegularFile()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        const QString ws = freshDir(QStringLiteral("ws"));
+        QVERIFY(SpecialEntries::make(kind, ws + "/img.xml", freshDir(QStringLiteral("outside")),
+                                     ImgXml));
+        PluginSettingsInfo info = infoFor(ws, QString());
+        QVERIFY(info.getXMLFromWorkspace().isNull());
+    }
+
+    void xmlDepth_data()
+    {
+        QTest::addColumn<int>("levels");
+        QTest::addColumn<bool>("reads");
+        QTest::newRow("nested exactly to the limit reads") << MaxDescriptionDepth << true;
+        QTest::newRow("one level deeper is damaged") << MaxDescriptionDepth + 1 << false;
+        QTest::newRow("200,000 levels are damaged") << 200000 << false;
+    }
+
+    void xmlDepth()
+    {
+        QFETCH(int, levels);
+        QFETCH(bool, reads);
+        const QByteArray xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" +
+                               QByteArray("<d>").repeated(levels) +
+                               QByteArray("</d>").repeated(levels);
+        const QString ws = freshDir(QStringLiteral("ws"));
+        QVERIFY(writeBytes(ws + "/img.xml", xml));
+        PluginSettingsInfo info = infoFor(ws, QString());
+        QCOMPARE(!info.getXMLFromWorkspace().isNull(), reads);
+    }
+
     void xmlMissing()
     {
         PluginSettingsInfo info = infoFor(freshDir(QStringLiteral("ws")), QString());
@@ -568,6 +707,18 @@ private slots:
         QVERIFY(!info.convertPluginToPath(parent));
         QVERIFY(!info.convertPluginToPath(ws + "/css/.."));
         QCOMPARE(tree(ws), before);
+    }
+
+    void convertSkipsAFifoInTheWorkspace()
+    {
+        const QString ws = freshDir(QStringLiteral("ws")) + "/img";
+        PluginSettingsInfo info = infoFor(ws, makeBundle());
+        QVERIFY(info.loadWorkspace());
+        QVERIFY(SpecialEntries::makeFifo(ws + "/pipe.png"));
+        const QString target = freshDir(QStringLiteral("target"));
+        QVERIFY(info.convertPluginToPath(target));
+        QCOMPARE(tree(target), (QStringList{"css/", "css/style.css", "defaultsettings.dat",
+                                            "img.xml", "index.html"}));
     }
 
     void convertWithoutWorkspaceFails()

@@ -1,5 +1,6 @@
 #include "positionfile.h"
 #include "positionrect.h"
+#include "specialentries.h"
 #include "testenv.h"
 
 #include <QDir>
@@ -194,6 +195,58 @@ private slots:
         const auto read = PositionFile::read(fileWith(bytes));
         QVERIFY(read.has_value());
         QCOMPARE(read->layer(), 2147483647);
+    }
+
+    void specialEntryReadsAsMissing_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<bool>("follow");
+        QTest::addColumn<bool>("reads");
+        QTest::newRow("a FIFO reads as missing, without waiting for a writer")
+            << Fifo << false << false;
+        QTest::newRow("a FIFO reads as missing when links are followed") << Fifo << true << false;
+        QTest::newRow("a link to a file outside is data in the workspace: missing")
+            << LinkToFile << false << false;
+        QTest::newRow("a link to a regular file is followed when asked")
+            << LinkToFile << true << true;
+        QTest::newRow("a link to a FIFO reads as missing when followed")
+            << LinkToFifo << true << false;
+        QTest::newRow("a dangling link reads as missing") << DanglingLink << true << false;
+        QTest::newRow("a folder reads as missing") << Folder << true << false;
+        QTest::newRow("a socket reads as missing") << Socket << true << false;
+    }
+
+    void specialEntryReadsAsMissing()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        QFETCH(bool, follow);
+        QFETCH(bool, reads);
+        static int count = 0;
+        const QString path = m_dir.filePath(QStringLiteral("special-%1.dat").arg(++count));
+        QVERIFY(SpecialEntries::make(kind, path, m_dir.filePath(QStringLiteral("elsewhere")),
+                                     "1\n2\n3\n4\n5\n6"));
+        const auto read = PositionFile::read(path, follow ? FileOps::ReadLinks::Follow
+                                                          : FileOps::ReadLinks::NoFollow);
+        QCOMPARE(read.has_value(), reads);
+        if (reads)
+            QCOMPARE(*read, make(1, 2, 3, 4, 5, 6));
+    }
+
+    void devicesReadAsMissing_data()
+    {
+        QTest::addColumn<QString>("device");
+        QTest::newRow("/dev/null, which would read as empty") << QStringLiteral("/dev/null");
+        QTest::newRow("/dev/zero, which would never end") << QStringLiteral("/dev/zero");
+    }
+
+    void devicesReadAsMissing()
+    {
+        QFETCH(QString, device);
+        if (!QFile::exists(device))
+            QSKIP("no such device here");
+        QVERIFY(!PositionFile::read(device).has_value());
+        QVERIFY(!PositionFile::read(device, FileOps::ReadLinks::Follow).has_value());
     }
 
     void writtenFileReadsBack()

@@ -1,7 +1,9 @@
 #include "pluginsettingsinfo.h"
 #include "scrambler.h"
 #include "scriptgenerator.h"
+#include "specialentries.h"
 #include "testenv.h"
+#include "xmlhelpers.h"
 
 #include <QDir>
 #include <QFile>
@@ -264,6 +266,10 @@ private slots:
         QTest::newRow("binary description")
             << QByteArray("\x00\xff\x01\x02", 4) << QByteArray("1\n2\n3\n4\n5\n6");
         QTest::newRow("no position file") << kFrameXml << QByteArray();
+        QTest::newRow("description nested one level past the limit")
+            << "<info>" + QByteArray("<d>").repeated(MaxDescriptionDepth) +
+                   QByteArray("</d>").repeated(MaxDescriptionDepth) + "</info>"
+            << QByteArray("1\n2\n3\n4\n5\n6");
     }
     void nothingWritten()
     {
@@ -273,6 +279,86 @@ private slots:
             QVERIFY(writeFile(path("img.xml"), xml));
         if (!settings.isEmpty())
             QVERIFY(writeFile(path("settings.dat"), settings));
+        generate(QString());
+        generate(QStringLiteral("files/plugin"));
+        QVERIFY(!QFileInfo::exists(path("config.js")));
+        QVERIFY(!QFileInfo::exists(path("bookPlugin.js")));
+    }
+
+    void descriptionAtTheDepthLimitIsWritten()
+    {
+        QVERIFY(writeFile(path("settings.dat"), "1\n2\n3\n4\n5\n6"));
+        QVERIFY(writeFile(path("img.xml"),
+                          "<info>" + QByteArray("<d>").repeated(MaxDescriptionDepth - 1) +
+                              QByteArray("</d>").repeated(MaxDescriptionDepth - 1) + "</info>"));
+        generate(QString());
+        const int inner = MaxDescriptionDepth - 1;
+        QCOMPARE(config(), kBom + "var config={" + QByteArray("\"d\":{").repeated(inner) +
+                               QByteArray("}").repeated(inner) + "};");
+    }
+
+    // A position file that is no regular file is as good as missing: the next one is used, and
+    // with none left nothing is written. A FIFO is never waited on.
+    void specialPositionFiles_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<bool>("withDefaults");
+        QTest::newRow("a FIFO settings.dat gives way to the defaults") << Fifo << true;
+        QTest::newRow("a linked settings.dat gives way to the defaults") << LinkToFile << true;
+        QTest::newRow("a folder settings.dat gives way to the defaults") << Folder << true;
+        QTest::newRow("a FIFO settings.dat and no defaults: nothing written") << Fifo << false;
+    }
+
+    void specialDefaultsAloneWriteNothing_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::newRow("a FIFO defaultsettings.dat") << Fifo;
+        QTest::newRow("a linked defaultsettings.dat") << LinkToFile;
+    }
+
+    void specialDefaultsAloneWriteNothing()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        QVERIFY(writeFile(path("img.xml"), kFrameXml));
+        QVERIFY(SpecialEntries::make(kind, path("defaultsettings.dat"), m_dir->filePath("outside"),
+                                     "5\n5\n5\n5\n50\n4"));
+        generate(QString());
+        QVERIFY(!QFileInfo::exists(path("config.js")));
+    }
+
+    void specialPositionFiles()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        QFETCH(bool, withDefaults);
+        QVERIFY(writeFile(path("img.xml"), kFrameXml));
+        QVERIFY(SpecialEntries::make(kind, path("settings.dat"), m_dir->filePath("outside"),
+                                     "10.0\n20.0\n30.0\n15.0\n25.0\n2"));
+        if (withDefaults)
+            QVERIFY(writeFile(path("defaultsettings.dat"), "5\n5\n5\n5\n50\n4"));
+        generate(QString());
+        if (!withDefaults) {
+            QVERIFY(!QFileInfo::exists(path("config.js")));
+            return;
+        }
+        QCOMPARE(config(), kBom + "var config=" +
+                               frameJson("0.500000", 4, "5.0%", "5.0%", "90.0%", "90.0%") + ';');
+    }
+
+    void specialDescriptionWritesNothing_data()
+    {
+        using namespace SpecialEntries;
+        QTest::addColumn<Kind>("kind");
+        QTest::newRow("a FIFO img.xml") << Fifo;
+        QTest::newRow("a link to a description outside") << LinkToFile;
+    }
+
+    void specialDescriptionWritesNothing()
+    {
+        QFETCH(SpecialEntries::Kind, kind);
+        QVERIFY(writeFile(path("settings.dat"), "10.0\n20.0\n30.0\n15.0\n25.0\n2"));
+        QVERIFY(SpecialEntries::make(kind, path("img.xml"), m_dir->filePath("outside"), kFrameXml));
         generate(QString());
         generate(QStringLiteral("files/plugin"));
         QVERIFY(!QFileInfo::exists(path("config.js")));

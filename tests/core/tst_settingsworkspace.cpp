@@ -1,4 +1,5 @@
 #include "settingsworkspace.h"
+#include "specialentries.h"
 #include "testenv.h"
 #include "treesnapshot.h"
 
@@ -17,8 +18,12 @@ private slots:
 
     void settingsFileToLoad_data();
     void settingsFileToLoad();
+    void specialSettingsFileIsMissing_data();
+    void specialSettingsFileIsMissing();
     void previewPageFollowsTheBundle_data();
     void previewPageFollowsTheBundle();
+    void previewPageWithSpecialEntries_data();
+    void previewPageWithSpecialEntries();
     void keepListHasTheLocatedFilesThenTheBookFiles();
     void filesListIsOneNamePerLine_data();
     void filesListIsOneNamePerLine();
@@ -50,6 +55,27 @@ void TestSettingsWorkspace::settingsFileToLoad()
     for (const QString &f : files)
         writeFile(tmp.filePath(f), "1\n2\n3\n4\n5\n6");
     QCOMPARE(SettingsWorkspace::settingsFileToLoad(tmp.path()), tmp.filePath(expected));
+}
+
+void TestSettingsWorkspace::specialSettingsFileIsMissing_data()
+{
+    using namespace SpecialEntries;
+    QTest::addColumn<Kind>("kind");
+    QTest::newRow("a FIFO: the defaults") << Fifo;
+    QTest::newRow("a link to a position file outside: the defaults") << LinkToFile;
+    QTest::newRow("a folder: the defaults") << Folder;
+    QTest::newRow("a dangling link: the defaults") << DanglingLink;
+}
+
+void TestSettingsWorkspace::specialSettingsFileIsMissing()
+{
+    QFETCH(SpecialEntries::Kind, kind);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    writeFile(ws + "/defaultsettings.dat", "1\n2\n3\n4\n5\n6");
+    QVERIFY(SpecialEntries::make(kind, ws + "/settings.dat", tmp.filePath("outside"),
+                                 "7\n7\n7\n7\n7\n7"));
+    QCOMPARE(SettingsWorkspace::settingsFileToLoad(ws), ws + "/defaultsettings.dat");
 }
 
 void TestSettingsWorkspace::previewPageFollowsTheBundle_data()
@@ -89,6 +115,68 @@ void TestSettingsWorkspace::previewPageFollowsTheBundle()
         QVERIFY(!QFileInfo::exists(ws + "/index.html"));
     else
         QCOMPARE(readFile(ws + "/index.html"), expected);
+}
+
+// Kind -1 is a plain file (or none when the bytes are "<none>"); the other kinds are the
+// special entries, a link's target holding the bytes.
+void TestSettingsWorkspace::previewPageWithSpecialEntries_data()
+{
+    using namespace SpecialEntries;
+    const int plain = -1;
+    QTest::addColumn<int>("bundleKind");
+    QTest::addColumn<QByteArray>("bundlePage");
+    QTest::addColumn<int>("workspaceKind");
+    QTest::addColumn<QByteArray>("workspacePage");
+    QTest::addColumn<QByteArray>("expected"); // "<none>": still no page
+    QTest::newRow("a FIFO as the bundle's page copies nothing, without waiting")
+        << int(Fifo) << QByteArray() << plain << QByteArray("<none>") << QByteArray("<none>");
+    QTest::newRow("a FIFO as the bundle's page leaves the workspace page alone")
+        << int(Fifo) << QByteArray() << plain << QByteArray("<p>edited</p>")
+        << QByteArray("<p>edited</p>");
+    QTest::newRow("a packager's link as the bundle's page is followed")
+        << int(LinkToFile) << QByteArray("<p>bundle</p>") << plain << QByteArray("<none>")
+        << QByteArray("<p>bundle</p>");
+    QTest::newRow("a bundle page linked to a FIFO copies nothing")
+        << int(LinkToFifo) << QByteArray() << plain << QByteArray("<none>") << QByteArray("<none>");
+    QTest::newRow("a FIFO as the workspace page reads as empty and is replaced")
+        << plain << QByteArray("<p>bundle</p>") << int(Fifo) << QByteArray()
+        << QByteArray("<p>bundle</p>");
+    QTest::newRow("a link as the workspace page is not read through and is replaced")
+        << plain << QByteArray("<p>bundle</p>") << int(LinkToFile) << QByteArray("<p>bundle</p>")
+        << QByteArray("<p>bundle</p>");
+}
+
+void TestSettingsWorkspace::previewPageWithSpecialEntries()
+{
+    QFETCH(int, bundleKind);
+    QFETCH(QByteArray, bundlePage);
+    QFETCH(int, workspaceKind);
+    QFETCH(QByteArray, workspacePage);
+    QFETCH(QByteArray, expected);
+    QTemporaryDir tmp;
+    const QString bundle = tmp.filePath("img.bundle");
+    const QString bundleFile = bundle + "/Contents/Resources/html/index.html";
+    const QString ws = tmp.filePath("ws");
+    QDir().mkpath(ws);
+    const auto put = [&](int kind, const QString &path, const QByteArray &bytes) {
+        if (kind >= 0)
+            return SpecialEntries::make(SpecialEntries::Kind(kind), path, tmp.filePath("outside"),
+                                        bytes);
+        if (bytes != "<none>")
+            writeFile(path, bytes);
+        return true;
+    };
+    QVERIFY(put(bundleKind, bundleFile, bundlePage));
+    QVERIFY(put(workspaceKind, ws + "/index.html", workspacePage));
+    SettingsWorkspace::refreshPreviewPage(ws, bundle);
+    const QString page = ws + "/index.html";
+    if (expected == "<none>") {
+        QVERIFY(!QFileInfo::exists(page));
+        return;
+    }
+    // A link that read through would have matched the bundle's text and stayed.
+    QVERIFY(QFileInfo(page).isFile() && !QFileInfo(page).isSymLink());
+    QCOMPARE(readFile(page), expected);
 }
 
 void TestSettingsWorkspace::keepListHasTheLocatedFilesThenTheBookFiles()

@@ -310,6 +310,36 @@ private slots:
         QCOMPARE(QFileInfo(path).absolutePath(), QDir::tempPath() + "/abc\n");
     }
 
+    // The id is one folder name below temp: an id that would lead anywhere else counts as
+    // unreadable, and the name goes straight into temp.
+    void tempPathProductIdStaysBelowTemp_data()
+    {
+        QTest::addColumn<QByteArray>("productId");
+        QTest::addColumn<QString>("folder"); // below temp; empty: temp itself
+        QTest::newRow("slashes leading up and out") << QByteArray("x/../../etc") << "";
+        QTest::newRow("a slash between names") << QByteArray("a/b") << "";
+        QTest::newRow("a backslash") << QByteArray("..\\x") << "";
+        QTest::newRow("a NUL") << QByteArray("a\0b", 3) << "";
+        QTest::newRow("\"..\", which would name temp's parent") << QByteArray("..") << "";
+        QTest::newRow("\".\", which would name temp itself") << QByteArray(".") << "";
+        QTest::newRow("a trailing line break stays part of the name")
+            << QByteArray("abc\n") << "abc\n";
+    }
+
+    void tempPathProductIdStaysBelowTemp()
+    {
+        QFETCH(QByteArray, productId);
+        QFETCH(QString, folder);
+        static int count = 0;
+        const QString bundle = m_dir.filePath(QStringLiteral("id-%1.bundle").arg(++count));
+        QVERIFY(writeBytes(BundlePaths::resourcePath(bundle) + "/product.id", productId));
+        setDefaultBundlePath(bundle);
+        const QString path = UtilityFunction::createTempPath();
+        const QString expected =
+            folder.isEmpty() ? QDir::tempPath() : QDir::tempPath() + QLatin1Char('/') + folder;
+        QCOMPARE(QFileInfo(path).path(), expected);
+    }
+
     void tempPathWithUnreadableProductIdGoesStraightIntoTemp()
     {
         const QString bundle = m_dir.filePath(QStringLiteral("bad-id.bundle"));

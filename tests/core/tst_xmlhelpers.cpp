@@ -3,6 +3,18 @@
 
 #include <QTest>
 
+namespace {
+
+// levels elements named name, each inside the one before, the innermost holding a value.
+QByteArray nested(int levels, const QByteArray &name = "d")
+{
+    const QByteArray open = '<' + name + '>';
+    const QByteArray close = "</" + name + '>';
+    return open.repeated(levels - 1) + "<v type=\"number\">7</v>" + close.repeated(levels - 1);
+}
+
+} // namespace
+
 class TestXmlHelpers : public QObject
 {
     Q_OBJECT
@@ -115,6 +127,52 @@ private slots:
         const QDomElement root = doc.documentElement();
         QCOMPARE(root.childNodes().size(), 2);
         QVERIFY(root.firstChild().isElement());
+    }
+
+    void descriptionDepth_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        QTest::addColumn<bool>("parses");
+        const int limit = MaxDescriptionDepth;
+        QTest::newRow("a root alone parses") << QByteArray("<info/>") << true;
+        QTest::newRow("exactly the limit parses") << nested(limit) << true;
+        QTest::newRow("one level deeper is damaged") << nested(limit + 1) << false;
+        QTest::newRow("200,000 levels are damaged") << nested(200000) << false;
+        QTest::newRow("prefixed names count the same, at the limit")
+            << nested(limit, "x:d") << true;
+        QTest::newRow("prefixed names count the same, one deeper")
+            << nested(limit + 1, "x:d") << false;
+        QTest::newRow("closed levels are given back: two branches at the limit")
+            << "<info>" + nested(limit - 1) + nested(limit - 1) + "</info>" << true;
+        QTest::newRow("thousands of siblings are one level")
+            << "<info>" + QByteArray("<a type=\"text\">x</a>").repeated(20000) + "</info>" << true;
+        QTest::newRow("too deep and then broken is damaged")
+            << nested(limit + 1).chopped(4) << false;
+        QTest::newRow("broken before the limit is damaged")
+            << QByteArray("<info><a></info>") << false;
+    }
+
+    // Both ways in (bytes, and text already decoded) draw the line at the same depth.
+    void descriptionDepth()
+    {
+        QFETCH(QByteArray, xml);
+        QFETCH(bool, parses);
+        QCOMPARE(!parseDescriptionXml(xml).isNull(), parses);
+        QString error;
+        int line = 0;
+        QCOMPARE(!parseDescriptionXml(QString::fromUtf8(xml), &error, &line).isNull(), parses);
+        QCOMPARE(error.isEmpty(), parses);
+        QCOMPARE(line > 0, !parses);
+    }
+
+    void tooDeepSaysWhereAndWhy()
+    {
+        const QByteArray xml = "<info>\n<a>\n" + nested(MaxDescriptionDepth - 1) + "</a></info>";
+        QString error;
+        int line = 0;
+        QVERIFY(parseDescriptionXml(QString::fromUtf8(xml), &error, &line).isNull());
+        QCOMPARE(line, 3);
+        QVERIFY2(error.contains(QString::number(MaxDescriptionDepth)), qPrintable(error));
     }
 };
 

@@ -65,6 +65,13 @@ QString escapeByReplacements(QString text, char quote)
 }
 
 // A random description made of the shapes the conversion tells apart.
+// levels elements, each inside the one before: containers around one number value.
+QByteArray nested(int levels)
+{
+    return QByteArray("<d>").repeated(levels - 1) + "<v type=\"number\">7</v>" +
+           QByteArray("</d>").repeated(levels - 1);
+}
+
 void randomElement(QByteArray &xml, QRandomGenerator &random, int depth)
 {
     static const char *const names[] = {"info", "item", "a", "b", "pages", "x:item", "x:c"};
@@ -448,19 +455,50 @@ private slots:
         QCOMPARE(result.count(QLatin1String("\"on\":true")), items);
     }
 
-    void deepNestingConverts()
+    // A tree built in memory has no depth limit; its conversion needs no recursion either.
+    void deepTreeConvertsWithoutRecursion()
     {
         const int depth = 20000;
-        QByteArray xml;
-        for (int k = 0; k < depth; ++k)
-            xml += "<d>";
-        xml += "<v type=\"number\">7</v>";
-        for (int k = 0; k < depth; ++k)
-            xml += "</d>";
-        const QString result = json(xml);
+        QDomDocument doc;
+        QDomElement parent = doc.appendChild(doc.createElement(QStringLiteral("d"))).toElement();
+        for (int k = 1; k < depth; ++k)
+            parent = parent.appendChild(doc.createElement(QStringLiteral("d"))).toElement();
+        parent.appendChild(generateXmlWithType(doc, QStringLiteral("v"), QStringLiteral("7"),
+                                               QStringLiteral("number")));
+        PluginSettingsInfo info;
+        const QString result = info.jsonFromXml(doc.documentElement(), QString());
         QCOMPARE(result.size(), qsizetype(depth) * 6 + 5);
         QVERIFY(result.startsWith(QLatin1String("\"d\":{\"d\":{")));
         QVERIFY(result.contains(QLatin1String("{\"v\":7}}")));
+    }
+
+    void depthLimit_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        QTest::addColumn<bool>("converts");
+        const QByteArray doctype("<!DOCTYPE d []>");
+        QTest::newRow("at the limit converts") << nested(MaxDescriptionDepth) << true;
+        QTest::newRow("one level deeper is damaged") << nested(MaxDescriptionDepth + 1) << false;
+        QTest::newRow("200,000 levels are damaged") << nested(200000) << false;
+        QTest::newRow("too deep after a doctype (read as a tree) is damaged")
+            << doctype + nested(MaxDescriptionDepth + 1) << false;
+        QTest::newRow("at the limit after a doctype converts")
+            << doctype + nested(MaxDescriptionDepth) << true;
+        QTest::newRow("too deep under a typed element (read as a tree) is damaged")
+            << "<t type=\"text\">" + nested(MaxDescriptionDepth) + "</t>" << false;
+    }
+
+    // The one-pass reading and the parsed tree draw the line at the same depth.
+    void depthLimit()
+    {
+        QFETCH(QByteArray, xml);
+        QFETCH(bool, converts);
+        const QString fromTree = json(xml);
+        const QString fromText = XmlJson::jsonFromXmlText(xml, QString(), m_workspace.path());
+        QCOMPARE(!fromText.isNull(), converts);
+        QCOMPARE(!fromTree.isEmpty(), converts);
+        if (converts)
+            QCOMPARE(fromText, fromTree);
     }
 
     // The one-pass reading of a text and the conversion of its parsed tree give the same JSON.

@@ -1,4 +1,5 @@
 #include "bundlepaths.h"
+#include "specialentries.h"
 #include "testenv.h"
 
 #include <QDir>
@@ -46,6 +47,12 @@ QByteArray readBytes(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+// True when anything, even a dangling link or a FIFO, is at path.
+bool entryExists(const QString &path)
+{
+    return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
 }
 
 bool isOneLine(const QByteArray &text)
@@ -225,6 +232,90 @@ private slots:
         }
     }
 
+    // A FILE that is no regular file is an error, never read: a FIFO would wait for a writer
+    // and a device might never end.
+    void readSpecialFileFails_data()
+    {
+        QTest::addColumn<QString>("path");
+        const QString fifo = fresh(QStringLiteral("fifo.dat"));
+        const QString linkToFifo = fresh(QStringLiteral("link-to-fifo.dat"));
+        QVERIFY(SpecialEntries::makeFifo(fifo));
+        QVERIFY(QFile::link(fifo, linkToFifo));
+        QTest::newRow("a FIFO") << fifo;
+        QTest::newRow("a link to a FIFO") << linkToFifo;
+        QTest::newRow("/dev/null") << QStringLiteral("/dev/null");
+        QTest::newRow("/dev/zero") << QStringLiteral("/dev/zero");
+    }
+
+    void readSpecialFileFails()
+    {
+        QFETCH(QString, path);
+        if (!entryExists(path))
+            QSKIP("no such entry here");
+        const Result r = runTool({"position", "read", path});
+        QVERIFY(!r.crashed);
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(isOneLine(r.err), r.err.constData());
+        QVERIFY(r.out.isEmpty());
+    }
+
+    void readFollowsALinkToAFile()
+    {
+        const QString path = fresh(QStringLiteral("link.dat"));
+        QVERIFY(SpecialEntries::make(SpecialEntries::LinkToFile, path,
+                                     fresh(QStringLiteral("real")), "1\n2\n3\n4\n5\n6"));
+        const Result r = runTool({"position", "read", path});
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.out, QByteArray("left 1\ntop 2\nright 3\nbottom 4\ntransparency 5\nlayer 6\n"));
+    }
+
+    // ---- json
+
+    void jsonOfSpecialFileFails_data() { readSpecialFileFails_data(); }
+    void jsonOfSpecialFileFails()
+    {
+        QFETCH(QString, path);
+        if (!entryExists(path))
+            QSKIP("no such entry here");
+        const Result r = runTool({"json", path});
+        QVERIFY(!r.crashed);
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(isOneLine(r.err), r.err.constData());
+        QVERIFY(r.out.isEmpty());
+    }
+
+    void jsonOfAFolderFails()
+    {
+        const Result r = runTool({"json", m_dir.path()});
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(isOneLine(r.err), r.err.constData());
+    }
+
+    void jsonDepth_data()
+    {
+        QTest::addColumn<int>("levels");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("nested exactly to the limit converts") << 256 << 0;
+        QTest::newRow("one level deeper is damaged") << 257 << 1;
+        QTest::newRow("200,000 levels are damaged") << 200000 << 1;
+    }
+
+    void jsonDepth()
+    {
+        QFETCH(int, levels);
+        QFETCH(int, exitCode);
+        const QString path = fresh(QStringLiteral("deep.xml"));
+        QVERIFY(writeBytes(path, QByteArray("<d>").repeated(levels) +
+                                     QByteArray("</d>").repeated(levels)));
+        const Result r = runTool({"json", path});
+        QVERIFY(!r.crashed);
+        QCOMPARE(r.exitCode, exitCode);
+        QVERIFY2(isOneLine(exitCode == 0 ? r.out : r.err), r.err.constData());
+        if (exitCode == 0)
+            QCOMPARE(r.out, QByteArray("\"d\":{").repeated(levels) +
+                                QByteArray("}").repeated(levels) + '\n');
+    }
+
     // ---- position write
 
     void writeBytesExactly_data()
@@ -306,6 +397,53 @@ private slots:
                                  "/Kelvara/tooltest_resource/Plugin/Save/img";
         QCOMPARE(QString::fromUtf8(r.out), expected + "\n");
         QVERIFY(QFile::exists(expected + "/img.xml"));
+    }
+
+    // The bundle's files are read without waiting: a FIFO among them is left out and a FIFO as
+    // "product.id" is an unreadable id.
+    void workspaceFromABundleWithFifos()
+    {
+        const QString bundle = makeBundle();
+        const QString res = BundlePaths::resourcePath(bundle);
+        for (const char *rel : {"/html/index.html", "/data/img.xml"}) {
+            QVERIFY(QFile::remove(res + rel));
+            QVERIFY(SpecialEntries::makeFifo(res + rel));
+        }
+        QVERIFY(SpecialEntries::makeFifo(res + "/product.id"));
+        const Result r = runTool({"workspace", "--bundle", bundle});
+        QVERIFY2(!r.crashed && r.exitCode == 0, r.err.constData());
+        const QString expected = QString::fromLocal8Bit(qgetenv("XDG_DATA_HOME")) +
+                                 "/Kelvara/(null)_resource/Plugin/Save/img";
+        QCOMPARE(QString::fromUtf8(r.out), expected + "\n");
+        QCOMPARE(QDir(expected).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList{"defaultsettings.dat"});
+    }
+
+    void workspaceProductId_data()
+    {
+        QTest::addColumn<bool>("linked");
+        QTest::addColumn<QByteArray>("productId");
+        QTest::addColumn<QString>("folderName");
+        QTest::newRow("a packager's link is followed") << true << QByteArray("linked") << "linked";
+        QTest::newRow("a slash makes the id unreadable") << false << QByteArray("a/b") << "(null)";
+        QTest::newRow("\"..\" makes the id unreadable") << false << QByteArray("..") << "(null)";
+    }
+
+    void workspaceProductId()
+    {
+        QFETCH(bool, linked);
+        QFETCH(QByteArray, productId);
+        QFETCH(QString, folderName);
+        const QString bundle = makeBundle(linked ? QByteArray() : productId);
+        if (linked)
+            QVERIFY(SpecialEntries::make(SpecialEntries::LinkToFile,
+                                         BundlePaths::resourcePath(bundle) + "/product.id",
+                                         fresh(QStringLiteral("packaged")), productId));
+        const Result r = runTool({"workspace", "--bundle", bundle});
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(QString::fromUtf8(r.out), QString::fromLocal8Bit(qgetenv("XDG_DATA_HOME")) +
+                                               "/Kelvara/" + folderName +
+                                               "_resource/Plugin/Save/img\n");
     }
 
     void workspaceDefaultsToTheBuiltBundle()

@@ -5,6 +5,7 @@
 #include "localisation.h"
 #include "pluginsettingsdelegate.h"
 #include "positionview.h"
+#include "settingsbackup.h"
 #include "testenv.h"
 #include "treesnapshot.h"
 
@@ -31,7 +32,7 @@ private slots:
     void bundleWithoutWindowDescriptionCreatesNothing();
     void languageWithoutItsOwnDescriptionUsesEnglish_data();
     void languageWithoutItsOwnDescriptionUsesEnglish();
-    void creationMakesAnEmptyBackupFolderNamedByTheTime();
+    void loadingMakesAPrivateBackupNamedByTheTime();
     void modalModeIsStored();
     void recordIsTheCanvasesOwnAfterLoading();
     void sliderStoresTheUnroundedValue();
@@ -126,15 +127,27 @@ void TestPluginSettingsDelegate::languageWithoutItsOwnDescriptionUsesEnglish()
     setDefaultLanguageCode(QStringLiteral("en"));
 }
 
-void TestPluginSettingsDelegate::creationMakesAnEmptyBackupFolderNamedByTheTime()
+void TestPluginSettingsDelegate::loadingMakesAPrivateBackupNamedByTheTime()
 {
     auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
     QVERIFY(delegate);
+    QVERIFY(delegate->backupSettingPath().isEmpty()); // the workspace is not known yet
+    const QString ws = m_tmp.filePath("private-backup");
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
     const QString backup = delegate->backupSettingPath();
     QCOMPARE(QFileInfo(backup).path(), QDir::tempPath());
     QVERIFY(QRegularExpression("^\\d+\\.\\d{6}$").match(QFileInfo(backup).fileName()).hasMatch());
     QVERIFY(QFileInfo(backup).isDir());
-    QVERIFY(TreeSnapshot::take(backup).isEmpty());
+    QVERIFY(!QFileInfo(backup).isSymLink());
+    QCOMPARE(QFileInfo(backup).permissions() & 0x7777,
+             QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
+                 QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser);
+    QCOMPARE(TreeSnapshot::readFile(backup + "/owner"), QFile::encodeName(ws));
+    QVERIFY(delegate->backup()->waitForFinished(10000));
+    QCOMPARE(delegate->backup()->state(), SettingsBackup::State::Complete);
+    delegate->onCancel();
+    QVERIFY(!QFileInfo::exists(backup));
 }
 
 void TestPluginSettingsDelegate::modalModeIsStored()
@@ -350,6 +363,9 @@ void TestPluginSettingsDelegate::vanishedWorkspaceWritesNothingAndCancelRestores
     QVERIFY(delegate->window());
     const TreeSnapshot::Tree opening = TreeSnapshot::take(ws);
     QVERIFY(!opening.isEmpty());
+    // The image is taken in the background; what another program deletes before it is complete
+    // may be missing from it.
+    QVERIFY(delegate->backup()->waitForFinished(10000));
     QVERIFY(QDir(ws).removeRecursively());
     auto *left = delegate->window()->findChild<QLineEdit *>("txtLeft");
     left->setFocus();

@@ -3,9 +3,11 @@
 #include "privateview.h"
 #include "privateviewdelete.h"
 #include "simplecell.h"
+#include "specialentries.h"
 #include "testenv.h"
 #include "uiloader.h"
 #include "velpanel.h"
+#include "xmlhelpers.h"
 
 #include <QButtonGroup>
 #include <QDomDocument>
@@ -108,6 +110,9 @@ private slots:
     void saveWritesTheChoiceIntoSrcExactly();
     void brokenWorkspaceDescriptionFallsBackToTheBundles_data();
     void brokenWorkspaceDescriptionFallsBackToTheBundles();
+    void specialWorkspaceDescriptionFallsBackToTheBundles_data();
+    void specialWorkspaceDescriptionFallsBackToTheBundles();
+    void bundleDescriptionThatIsAFifoIsNoFallback();
     void saveDoesNothingWithoutWorkspaceOrDescription();
     void ownersStdExceptionsAreSwallowedOthersPass();
     void saveButtonSaves();
@@ -117,6 +122,8 @@ private slots:
     void oddFileNamesAreCopiedAsTheyAre();
     void unwritableWorkspaceShowsCopyFailedAndLosesNoFile();
     void failedCopyRestoresTheFileAtTheDestination();
+    void choosingWhatIsNoRegularFileCopiesNothing_data();
+    void choosingWhatIsNoRegularFileCopiesNothing();
     void browsingRunsTheImageChooserAndCopiesTheChosenFile();
     void endBrowseImageLeavesTheFileWorkToTheMainThread();
     void viewDrawsItsRoundedGreyBorder();
@@ -402,6 +409,9 @@ void TestPrivateView::brokenWorkspaceDescriptionFallsBackToTheBundles_data()
     QTest::newRow("not well-formed") << QByteArray("<info><properties>");
     QTest::newRow("not UTF-8") << QByteArray("<info>\xff\xfe</info>");
     QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("nested one level past the limit")
+        << "<info>" + QByteArray("<d>").repeated(MaxDescriptionDepth) +
+               QByteArray("</d>").repeated(MaxDescriptionDepth) + "</info>";
 }
 
 void TestPrivateView::brokenWorkspaceDescriptionFallsBackToTheBundles()
@@ -414,6 +424,50 @@ void TestPrivateView::brokenWorkspaceDescriptionFallsBackToTheBundles()
     QVERIFY(view->onSave());
     QCOMPARE(srcOf(m_workspace + "/img.xml"), QStringLiteral("x.png"));
     QVERIFY(readAll(m_workspace + "/img.xml").contains("<left type=\"text\">10.0%</left>"));
+}
+
+void TestPrivateView::specialWorkspaceDescriptionFallsBackToTheBundles_data()
+{
+    using namespace SpecialEntries;
+    QTest::addColumn<Kind>("kind");
+    QTest::newRow("a FIFO is read as missing, without waiting for a writer") << Fifo;
+    QTest::newRow("a link to a description outside is data, not read through") << LinkToFile;
+    QTest::newRow("a link to a FIFO is read as missing") << LinkToFifo;
+}
+
+void TestPrivateView::specialWorkspaceDescriptionFallsBackToTheBundles()
+{
+    QFETCH(SpecialEntries::Kind, kind);
+    const QString outside = m_dir->filePath("outside");
+    const QByteArray linked = description("linked.png");
+    QVERIFY(SpecialEntries::make(kind, m_workspace + "/img.xml", outside, linked));
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    QVERIFY(view);
+    QVERIFY(view->txtFile()->text().isEmpty());
+    QVERIFY(view->txtLink()->text().isEmpty());
+    view->txtFile()->setText("x.png");
+    QVERIFY(view->onSave());
+    QVERIFY(!QFileInfo(m_workspace + "/img.xml").isSymLink());
+    QCOMPARE(srcOf(m_workspace + "/img.xml"), QStringLiteral("x.png"));
+    QVERIFY(readAll(m_workspace + "/img.xml").contains("<left type=\"text\">10.0%</left>"));
+    if (kind == SpecialEntries::LinkToFile)
+        QCOMPARE(readAll(outside + "/img.xml.target"), linked);
+}
+
+void TestPrivateView::bundleDescriptionThatIsAFifoIsNoFallback()
+{
+    const QString bundle = m_dir->filePath("fifo.bundle");
+    const QString bundleXml = bundle + "/Contents/Resources/data/img.xml";
+    QVERIFY(QDir().mkpath(QFileInfo(bundleXml).path()));
+    QVERIFY(SpecialEntries::makeFifo(bundleXml));
+    Owner owner;
+    auto view = makeView(m_workspace, &owner, bundle);
+    QVERIFY(view);
+    QVERIFY(!QFileInfo::exists(m_workspace + "/img.xml"));
+    QVERIFY(!view->onSave());
+    QVERIFY(!QFileInfo::exists(m_workspace + "/img.xml"));
+    QCOMPARE(owner.saves, 0);
 }
 
 void TestPrivateView::saveDoesNothingWithoutWorkspaceOrDescription()
@@ -599,6 +653,38 @@ void TestPrivateView::failedCopyRestoresTheFileAtTheDestination()
         QVERIFY2(!view->saveFile2Workspace(nameless), qPrintable(nameless));
     QCOMPARE(QDir(m_workspace).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);
     QVERIFY(QFileInfo(m_workspace).isDir());
+}
+
+// The copy would read the chosen file: a FIFO would wait for a writer, a device never end.
+void TestPrivateView::choosingWhatIsNoRegularFileCopiesNothing_data()
+{
+    QTest::addColumn<QString>("chosen"); // "<fifo>": a FIFO named photo.png outside
+    QTest::newRow("a FIFO") << "<fifo>";
+    QTest::newRow("/dev/zero") << "/dev/zero";
+    QTest::newRow("/dev/null") << "/dev/null";
+}
+
+void TestPrivateView::choosingWhatIsNoRegularFileCopiesNothing()
+{
+    QFETCH(QString, chosen);
+    if (chosen == "<fifo>") {
+        chosen = m_dir->filePath("outside/photo.png");
+        QVERIFY(QDir().mkpath(QFileInfo(chosen).path()));
+        QVERIFY(SpecialEntries::makeFifo(chosen));
+    } else if (!QFileInfo::exists(chosen)) {
+        QSKIP("no such device here");
+    }
+    // A description naming it by absolute path loads without copying it.
+    QVERIFY(writeAll(m_workspace + "/img.xml", description(chosen)));
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    QVERIFY(view);
+    const QString name = QFileInfo(chosen).fileName();
+    QVERIFY(!QFileInfo::exists(m_workspace + "/" + name));
+    QVERIFY(writeAll(m_workspace + "/" + name, "old"));
+    QVERIFY(!view->saveFile2Workspace(chosen));
+    QCOMPARE(readAll(m_workspace + "/" + name), QByteArray("old"));
+    QVERIFY(timeStampNames(m_workspace).isEmpty());
 }
 
 void TestPrivateView::browsingRunsTheImageChooserAndCopiesTheChosenFile()

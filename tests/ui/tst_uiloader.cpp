@@ -1,6 +1,7 @@
 #include "privateview.h"
 #include "roundview.h"
 #include "simplecell.h"
+#include "specialentries.h"
 #include "testenv.h"
 #include "transitionbgview.h"
 #include "uiloader.h"
@@ -40,6 +41,8 @@ private slots:
     void drawnWidgetsInADescriptionAreBuilt();
     void missingOrBrokenDescriptionGivesNull_data();
     void missingOrBrokenDescriptionGivesNull();
+    void descriptionThatIsNoRegularFile_data();
+    void descriptionThatIsNoRegularFile();
 };
 
 void TestUiLoader::createsTheBundlesWidgetsByClassName_data()
@@ -131,6 +134,33 @@ void TestUiLoader::missingOrBrokenDescriptionGivesNull()
     QWidget *widget = loader.loadFile(path);
     QVERIFY(!widget);
     delete widget;
+}
+
+// A description is read without waiting: a FIFO is as good as missing, a packager's link to a
+// regular file is followed.
+void TestUiLoader::descriptionThatIsNoRegularFile_data()
+{
+    using namespace SpecialEntries;
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<bool>("builds");
+    QTest::newRow("a FIFO gives null, without waiting for a writer") << Fifo << false;
+    QTest::newRow("a link to a FIFO gives null") << LinkToFifo << false;
+    QTest::newRow("a folder gives null") << Folder << false;
+    QTest::newRow("a packager's link to a description is followed") << LinkToFile << true;
+}
+
+void TestUiLoader::descriptionThatIsNoRegularFile()
+{
+    QFETCH(SpecialEntries::Kind, kind);
+    QFETCH(bool, builds);
+    QFile source(kPrivateViewUi);
+    QVERIFY(source.open(QIODevice::ReadOnly));
+    QTemporaryDir dir;
+    QVERIFY(SpecialEntries::make(kind, dir.filePath("PrivateView.ui"), dir.filePath("packaged"),
+                                 source.readAll()));
+    UiLoader loader;
+    std::unique_ptr<QWidget> top(loader.loadFile(dir.filePath("PrivateView.ui")));
+    QCOMPARE(bool(qobject_cast<PrivateView *>(top.get())), builds);
 }
 
 QTEST_MAIN(TestUiLoader)

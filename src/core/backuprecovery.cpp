@@ -1,0 +1,421 @@
+#include "backuprecovery.h"
+
+#include "treecopy.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <condition_variable>
+#include <deque>
+#include <fcntl.h>
+#include <mutex>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+Q_LOGGING_CATEGORY(lcRecovery, "img.backup.recovery", QtWarningMsg)
+
+namespace BackupRecovery {
+
+namespace {
+
+// The files of a backup folder (see SettingsBackup).
+const QByteArray OwnerFile = "/owner";
+const QByteArray LockFile = "/lock";
+const QByteArray TreeFolder = "/tree";
+const QByteArray CompleteFile = "/complete";
+const QByteArray KeptFile = "/kept";
+const QByteArray CancelFile = "/cancel";
+const QByteArray RestoredFile = "/restored";
+const QByteArray DiscardSuffix = ".discard";
+
+// Removes trees on a thread of its own, so that Cancel and OK return once the workspace is right
+// rather than once the old tree of ten thousand files is gone. The process waits for it before
+// it exits (or the plugin is unloaded).
+class Janitor
+{
+public:
+    ~Janitor()
+    {
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_quit = true;
+        }
+        m_wake.notify_all();
+        if (m_worker.joinable())
+            m_worker.join();
+    }
+
+    void add(const QByteArray &path)
+    {
+        if (path.isEmpty())
+            return;
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_queue.push_back(path);
+        if (!m_worker.joinable())
+            m_worker = std::thread([this] { run(); });
+        m_wake.notify_all();
+    }
+
+    void waitIdle()
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_idle.wait(lock, [this] { return m_queue.empty() && !m_busy; });
+    }
+
+private:
+    void run()
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        for (;;) {
+            m_wake.wait(lock, [this] { return m_quit || !m_queue.empty(); });
+            if (m_queue.empty())
+                return; // quitting, nothing left
+            const QByteArray path = m_queue.front();
+            m_queue.pop_front();
+            m_busy = true;
+            lock.unlock();
+            TreeCopy::removeTree(path);
+            lock.lock();
+            m_busy = false;
+            m_idle.notify_all();
+        }
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    std::condition_variable m_idle;
+    std::deque<QByteArray> m_queue;
+    std::thread m_worker;
+    bool m_busy = false;
+    bool m_quit = false;
+};
+
+Janitor &janitor()
+{
+    static Janitor instance;
+    return instance;
+}
+
+void removeLater(const QByteArray &path)
+{
+    struct stat st;
+    if (TreeCopy::entryStat(path, &st))
+        janitor().add(path);
+}
+
+void discardFolder(const QByteArray &backup)
+{
+    struct stat st;
+    if (!TreeCopy::entryStat(backup, &st))
+        return;
+    const QByteArray renamed = backup + DiscardSuffix;
+    TreeCopy::removeTree(renamed); // a leftover of an earlier crash at the same name
+    if (::rename(backup.constData(), renamed.constData()) == 0) {
+        janitor().add(renamed);
+        return;
+    }
+    // Cannot be renamed: it stops counting as complete before anything else of it goes.
+    ::unlink((backup + CompleteFile).constData());
+    TreeCopy::removeTree(backup);
+}
+
+QByteArray nativeAbsolute(const QString &path)
+{
+    return QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+}
+
+QByteArray readSmallFile(const QByteArray &path)
+{
+    const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return {};
+    struct stat st;
+    QByteArray data;
+    if (fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size < 1024 * 1024) {
+        data.resize(st.st_size);
+        const ssize_t n = ::read(fd, data.data(), size_t(data.size()));
+        data.resize(n < 0 ? 0 : n);
+    }
+    ::close(fd);
+    return data;
+}
+
+bool writeSmallFile(const QByteArray &path, const QByteArray &data)
+{
+    const int fd =
+        ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (fd < 0)
+        return false;
+    const bool ok =
+        ::write(fd, data.constData(), size_t(data.size())) == data.size() && fdatasync(fd) == 0;
+    return ::close(fd) == 0 && ok;
+}
+
+bool exists(const QByteArray &path)
+{
+    struct stat st;
+    return TreeCopy::entryStat(path, &st);
+}
+
+// "device:inode" of the entry at path; empty when nothing is there.
+QByteArray identity(const QByteArray &path)
+{
+    struct stat st;
+    if (!TreeCopy::entryStat(path, &st))
+        return {};
+    return QByteArray::number(quint64(st.st_dev)) + ':' + QByteArray::number(quint64(st.st_ino));
+}
+
+// Where a restore puts its copy, and where a swap without exchange parks the old workspace:
+// hidden siblings of the workspace named after the backup, so that they are found again.
+struct Siblings
+{
+    QByteArray staging;
+    QByteArray parked;
+};
+
+Siblings siblingsOf(const QByteArray &workSpace, const QByteArray &backup)
+{
+    const qsizetype slash = workSpace.lastIndexOf('/');
+    const QByteArray parent = workSpace.left(qMax<qsizetype>(slash, 0));
+    const QByteArray name = workSpace.mid(slash + 1);
+    const QByteArray tag = backup.mid(backup.lastIndexOf('/') + 1);
+    return {parent + "/." + name + ".restore-" + tag, parent + "/." + name + ".old-" + tag};
+}
+
+QByteArray parentOf(const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash <= 0 ? QByteArray("/") : path.left(slash);
+}
+
+// A dead window no longer holds its backup's lock.
+bool isAlive(const QByteArray &backup)
+{
+    const int fd = ::open((backup + LockFile).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    const bool locked = flock(fd, LOCK_EX | LOCK_NB) != 0;
+    ::close(fd);
+    return locked;
+}
+
+// Special files the backup could not hold stay as the workspace has them: they move into the
+// restored tree before it is swapped in, and their folders get their times back.
+void carryKeptEntries(const QByteArray &workSpace, const QByteArray &backup,
+                      const QByteArray &restored)
+{
+    const QList<QByteArray> kept = readSmallFile(backup + KeptFile).split('\0');
+    for (const QByteArray &rel : kept) {
+        if (rel.isEmpty())
+            continue;
+        const QByteArray target = restored + '/' + rel;
+        const QByteArray folder = parentOf(target);
+        struct stat folderStat;
+        if (!exists(workSpace + '/' + rel) || exists(target) ||
+            !TreeCopy::entryStat(folder, &folderStat))
+            continue;
+        if (::rename((workSpace + '/' + rel).constData(), target.constData()) == 0)
+            TreeCopy::applyFolderMetadata(folder, folderStat);
+    }
+}
+
+// Puts the tree at restored in the workspace's place; answers where the old workspace went
+// (empty when there was none).
+QByteArray swapIn(const QByteArray &workSpace, const QByteArray &restored, const QByteArray &parked)
+{
+    struct stat rootStat;
+    TreeCopy::entryStat(restored, &rootStat);
+    QByteArray old;
+    if (TreeCopy::exchange(restored, workSpace)) {
+        old = restored;
+    } else if (!exists(workSpace)) {
+        ::rename(restored.constData(), workSpace.constData());
+    } else {
+        // Without an exchange there is an instant with no workspace; the next opening finishes
+        // the swap from the backup's record.
+        if (::rename(workSpace.constData(), parked.constData()) != 0)
+            return {};
+        if (::rename(restored.constData(), workSpace.constData()) != 0) {
+            ::rename(parked.constData(), workSpace.constData());
+            return {};
+        }
+        old = parked;
+    }
+    // Moving a folder may touch its own times.
+    TreeCopy::applyFolderMetadata(workSpace, rootStat);
+    TreeCopy::syncFolder(parentOf(workSpace));
+    return old;
+}
+
+bool isBackupName(const QString &name)
+{
+    static const QRegularExpression pattern(QStringLiteral("^\\d+\\.\\d{6}(-\\d+)?$"));
+    return pattern.match(name).hasMatch();
+}
+
+bool isDiscardedName(const QString &name)
+{
+    return name.endsWith(QLatin1String(DiscardSuffix)) &&
+           isBackupName(name.chopped(DiscardSuffix.size()));
+}
+
+// Finishes or undoes a swap that a dead window had begun. True when the workspace is settled
+// and the backup is gone.
+bool settleSwap(const QByteArray &workSpace, const QByteArray &backup, const Siblings &siblings)
+{
+    const QByteArray restored = readSmallFile(backup + RestoredFile);
+    if (restored.isEmpty())
+        return false;
+    if (identity(workSpace) != restored && !exists(workSpace)) {
+        for (const QByteArray &candidate : {siblings.staging, backup + TreeFolder}) {
+            if (identity(candidate) == restored)
+                ::rename(candidate.constData(), workSpace.constData());
+        }
+    }
+    if (identity(workSpace) != restored)
+        return false;
+    removeLater(siblings.parked);
+    removeLater(siblings.staging);
+    discardFolder(backup);
+    return true;
+}
+
+} // namespace
+
+QList<Pending> settle(const QString &workSpace, const QString &tempDir)
+{
+    QList<Pending> pending;
+    if (workSpace.isEmpty())
+        return pending;
+    const QByteArray ws = nativeAbsolute(workSpace);
+    const QDir temp(tempDir.isEmpty() ? QDir::tempPath() : tempDir);
+    QStringList names =
+        temp.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks);
+    for (const QString &name : std::as_const(names)) {
+        // What a crash left of a removal; nothing in it is trusted or needed.
+        struct stat st;
+        const QByteArray path = QFile::encodeName(temp.filePath(name));
+        if (isDiscardedName(name) && TreeCopy::entryStat(path, &st) && st.st_uid == geteuid())
+            removeLater(path);
+    }
+    names.erase(std::remove_if(names.begin(), names.end(),
+                               [](const QString &name) { return !isBackupName(name); }),
+                names.end());
+    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
+        return a.section(QLatin1Char('-'), 0, 0).toDouble() <
+               b.section(QLatin1Char('-'), 0, 0).toDouble();
+    });
+    for (const QString &name : std::as_const(names)) {
+        const QByteArray backup = QFile::encodeName(temp.filePath(name));
+        struct stat st;
+        if (!TreeCopy::entryStat(backup, &st) || !S_ISDIR(st.st_mode) || st.st_uid != geteuid() ||
+            readSmallFile(backup + OwnerFile) != ws || isAlive(backup))
+            continue;
+        const Siblings siblings = siblingsOf(ws, backup);
+        if (settleSwap(ws, backup, siblings))
+            continue;
+        if (!exists(ws) && exists(siblings.parked))
+            ::rename(siblings.parked.constData(), ws.constData());
+        TreeCopy::removeTree(siblings.staging);
+        if (!exists(backup + CompleteFile)) {
+            qCDebug(lcRecovery) << "removing the incomplete backup" << backup;
+            discardFolder(backup);
+        } else if (exists(backup + CancelFile)) {
+            // The author had chosen Cancel: that is finished now, without asking again.
+            goBack(workSpace, QFile::decodeName(backup));
+        } else {
+            pending.append(
+                {QFile::decodeName(backup), name.section(QLatin1Char('-'), 0, 0).toDouble()});
+        }
+    }
+    removeStaleTemporaries(workSpace);
+    return pending;
+}
+
+SettingsBackup::Outcome goBack(const QString &workSpace, const QString &backupPath,
+                               const SettingsBackup::Progress &progress)
+{
+    const QByteArray ws = nativeAbsolute(workSpace);
+    const QByteArray backup = QFile::encodeName(backupPath);
+    const QByteArray tree = backup + TreeFolder;
+    if (workSpace.isEmpty() || !exists(backup + CompleteFile) || !exists(tree))
+        return SettingsBackup::Outcome::NothingToUndo;
+    const qint64 total = readSmallFile(backup + CompleteFile).toLongLong();
+    writeSmallFile(backup + CancelFile, QByteArray());
+    const Siblings siblings = siblingsOf(ws, backup);
+    TreeCopy::removeTree(siblings.staging);
+    QByteArray restored = tree;
+    // Across file systems the backup is copied beside the workspace first; the workspace is
+    // replaced only once that copy is complete.
+    if (!TreeCopy::sameFileSystem(tree, parentOf(ws))) {
+        const auto step = [&](qint64 done) {
+            if (progress)
+                progress(done, total);
+        };
+        if (TreeCopy::copyTree(tree, siblings.staging, step) != TreeCopy::Result::Done) {
+            qCDebug(lcRecovery) << "cannot make the restored copy of" << ws;
+            TreeCopy::removeTree(siblings.staging);
+            ::unlink((backup + CancelFile).constData()); // asked again at the next opening
+            return SettingsBackup::Outcome::Failed;
+        }
+        restored = siblings.staging;
+    }
+    carryKeptEntries(ws, backup, restored);
+    writeSmallFile(backup + RestoredFile, identity(restored));
+    const QByteArray old = swapIn(ws, restored, siblings.parked);
+    if (identity(ws) != readSmallFile(backup + RestoredFile)) {
+        // Not swapped: the workspace is as it was, and the backup is offered again next time.
+        if (restored != tree)
+            removeLater(restored);
+        ::unlink((backup + RestoredFile).constData());
+        ::unlink((backup + CancelFile).constData());
+        return SettingsBackup::Outcome::Failed;
+    }
+    removeLater(old);
+    removeLater(siblings.staging);
+    discardFolder(backup);
+    return SettingsBackup::Outcome::Restored;
+}
+
+void keep(const QString &backupPath)
+{
+    discard(backupPath);
+}
+
+void discard(const QString &backupPath)
+{
+    if (!backupPath.isEmpty())
+        discardFolder(QFile::encodeName(backupPath));
+}
+
+void waitForCleanUp()
+{
+    janitor().waitIdle();
+}
+
+QStringList removeStaleTemporaries(const QString &workSpace)
+{
+    static const QRegularExpression pattern(QStringLiteral("^\\..+\\.imgsave-[A-Za-z0-9]{6}$"));
+    QStringList removed;
+    if (workSpace.isEmpty())
+        return removed;
+    const QDir dir(workSpace);
+    const QStringList names = dir.entryList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : names) {
+        const QByteArray path = QFile::encodeName(dir.filePath(name));
+        struct stat st;
+        if (pattern.match(name).hasMatch() && TreeCopy::entryStat(path, &st) &&
+            S_ISREG(st.st_mode) && ::unlink(path.constData()) == 0)
+            removed.append(name);
+    }
+    return removed;
+}
+
+} // namespace BackupRecovery
