@@ -51,10 +51,10 @@ QString resourceDirFor(const QString &bundlePath)
 std::optional<QString> readProductId(const QString &resourceDir)
 {
     const QString path = resourceDir + QLatin1String("/product.id");
-    if (!FileOps::exists(path))
+    // A packager may link the file. Anything but a regular file at the end (a FIFO, device,
+    // folder or dangling link) is never opened and counts as no file at all.
+    if (!FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
         return QStringLiteral("quillamy");
-    // A packager may link the file; a link that ends anywhere but at a regular file, or a FIFO,
-    // device or folder in its place, is there but unreadable.
     QByteArray bytes;
     if (!FileOps::readAll(path, &bytes, FileOps::ReadLinks::Follow))
         return std::nullopt;

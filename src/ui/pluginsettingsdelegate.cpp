@@ -2,6 +2,7 @@
 
 #include "backuprecovery.h"
 #include "bundlepaths.h"
+#include "fileops.h"
 #include "localisation.h"
 #include "logalert.h"
 #include "numbertext.h"
@@ -177,8 +178,9 @@ QDialog *PluginSettingsDelegate::window()
 
 bool PluginSettingsDelegate::awakeFromNib()
 {
-    QFile description(m_windowDescriptionPath);
-    if (m_windowDescriptionPath.isEmpty() || !description.open(QIODevice::ReadOnly))
+    // The bundle's file may be a packager's link, but never a FIFO that would block the host.
+    QFile description;
+    if (!FileOps::openForReading(&description, m_windowDescriptionPath, FileOps::ReadLinks::Follow))
         return false;
     SettingsWindowLoader loader;
     std::unique_ptr<QWidget> top(loader.load(&description));
@@ -338,8 +340,12 @@ void PluginSettingsDelegate::loadSettings()
 
 void PluginSettingsDelegate::loadSettingFromFile(const QString &path)
 {
-    // A missing, unreadable or short file is the all-zero position.
-    const PositionRect values = PositionFile::read(path).value_or(PositionRect());
+    // A missing, unreadable or short file is the all-zero position. The bundle's defaults may
+    // be a packager's link; in the workspace a link is data, never followed.
+    const bool inBundle = !_bundlePath.isEmpty() && path.startsWith(_bundlePath + QLatin1Char('/'));
+    const PositionRect values = PositionFile::read(path, inBundle ? FileOps::ReadLinks::Follow
+                                                                  : FileOps::ReadLinks::NoFollow)
+                                    .value_or(PositionRect());
     ptRect->setLeft(values.left());
     ptRect->setTop(values.top());
     ptRect->setRight(values.right());

@@ -171,14 +171,14 @@ private slots:
                  dataBase() + "/Kelvara/" + folderName + "_resource/Plugin/Save");
     }
 
-    void unreadableProductIdFolder()
+    void productIdFolderCountsAsNoFile()
     {
-        // A folder named product.id exists but cannot be read as a file.
+        // Only a regular file is read; a folder in its place is no product id at all.
         const QString bundle = makeBundle();
         QVERIFY(QDir().mkpath(BundlePaths::resourcePath(bundle) + "/product.id"));
         setDefaultBundlePath(bundle);
         QCOMPARE(PluginSettingsInfo::getSavePluginPath(),
-                 dataBase() + "/Kelvara/(null)_resource/Plugin/Save");
+                 dataBase() + "/Kelvara/quillamy_resource/Plugin/Save");
     }
 
     void specialProductId_data()
@@ -186,10 +186,11 @@ private slots:
         using namespace SpecialEntries;
         QTest::addColumn<Kind>("kind");
         QTest::addColumn<QString>("folderName");
-        QTest::newRow("a FIFO is unreadable, without waiting for a writer") << Fifo << "(null)";
+        QTest::newRow("a FIFO counts as no file, without waiting for a writer")
+            << Fifo << "quillamy";
         QTest::newRow("a packager's link to a regular file is followed") << LinkToFile << "linked";
-        QTest::newRow("a link to a FIFO is unreadable") << LinkToFifo << "(null)";
-        QTest::newRow("a dangling link is unreadable") << DanglingLink << "(null)";
+        QTest::newRow("a link to a FIFO counts as no file") << LinkToFifo << "quillamy";
+        QTest::newRow("a dangling link counts as no file") << DanglingLink << "quillamy";
     }
 
     void specialProductId()

@@ -340,13 +340,14 @@ private slots:
         QCOMPARE(QFileInfo(path).path(), expected);
     }
 
-    void tempPathWithUnreadableProductIdGoesStraightIntoTemp()
+    void tempPathWithProductIdFolderUsesTheDefaultId()
     {
+        // A folder in the place of product.id is no file at all: the default id is used.
         const QString bundle = m_dir.filePath(QStringLiteral("bad-id.bundle"));
         QVERIFY(QDir().mkpath(BundlePaths::resourcePath(bundle) + "/product.id"));
         setDefaultBundlePath(bundle);
         const QString path = UtilityFunction::createTempPath();
-        QCOMPARE(QFileInfo(path).absolutePath(), QDir::tempPath());
+        QCOMPARE(QFileInfo(path).absolutePath(), QDir::tempPath() + QStringLiteral("/quillamy"));
     }
 };
 

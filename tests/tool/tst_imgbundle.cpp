@@ -400,7 +400,7 @@ private slots:
     }
 
     // The bundle's files are read without waiting: a FIFO among them is left out and a FIFO as
-    // "product.id" is an unreadable id.
+    // "product.id" counts as no product id (the default one).
     void workspaceFromABundleWithFifos()
     {
         const QString bundle = makeBundle();
@@ -413,7 +413,7 @@ private slots:
         const Result r = runTool({"workspace", "--bundle", bundle});
         QVERIFY2(!r.crashed && r.exitCode == 0, r.err.constData());
         const QString expected = QString::fromLocal8Bit(qgetenv("XDG_DATA_HOME")) +
-                                 "/Kelvara/(null)_resource/Plugin/Save/img";
+                                 "/Kelvara/quillamy_resource/Plugin/Save/img";
         QCOMPARE(QString::fromUtf8(r.out), expected + "\n");
         QCOMPARE(QDir(expected).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList{"defaultsettings.dat"});
