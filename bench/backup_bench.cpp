@@ -1,8 +1,9 @@
 // Figures of the workspace backup, printed; never asserted.
 //
-//   backup_bench [DIR]   for workspaces of 10, 1,000 and 10,000 files (50 KiB each: 500 MiB at
-//                        10,000), made under DIR (default: the temporary folder), each beside
-//                        `cp -a` of the same tree in the same run:
+//   backup_bench [DIR [COUNT...]]
+//                        for workspaces of 10, 1,000 and 10,000 files (or the counts given) (50 KiB
+//                        each: 500 MiB at 10,000), made under DIR (default: the temporary folder),
+//                        each beside `cp -a` of the same tree in the same run:
 //                          backup      opening to a complete backup (SettingsBackup::start until
 //                                      waitForFinished);
 //                          cancel      Cancel after one edit, the backup on the workspace's file
@@ -27,6 +28,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <unistd.h>
 #include <vector>
 
@@ -151,7 +153,13 @@ int main(int argc, char *argv[])
     std::printf("%-8s %10s %10s %8s %10s %8s %12s %8s %10s %8s\n", "files", "cp -a ms", "backup",
                 "x cp", "cancel", "", "cancel-copy", "x cp", "shown ms", "x 10");
     double shownTen = 0;
-    for (const int count : {10, 1000, 10000}) {
+    std::vector<int> counts{10, 1000, 10000};
+    if (argc > 2) {
+        counts.clear();
+        for (int i = 2; i < argc; ++i)
+            counts.push_back(std::atoi(argv[i]));
+    }
+    for (const int count : counts) {
         const QString ws = root.filePath(QStringLiteral("ws%1/img").arg(count));
         makeTree(ws, count);
         const double cp = copyTime(ws, root.filePath(QStringLiteral("copy")));

@@ -295,7 +295,12 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
     if (workSpace.isEmpty())
         return pending;
     const QByteArray ws = nativeAbsolute(workSpace);
-    const QDir temp(tempDir.isEmpty() ? QDir::tempPath() : tempDir);
+    const QString tempPath = tempDir.isEmpty() ? QDir::tempPath() : tempDir;
+    if (tempPath.isEmpty() || QDir::isRelativePath(tempPath)) {
+        removeStaleTemporaries(workSpace);
+        return pending; // no temporary folder: no backup can be there
+    }
+    const QDir temp(tempPath);
     QStringList names =
         temp.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks);
     for (const QString &name : std::as_const(names)) {

@@ -19,7 +19,9 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -225,6 +227,10 @@ void SettingsBackup::Private::preservePath(const QString &path)
 
 void SettingsBackup::Private::run()
 {
+#ifdef __linux__
+    // The image is background work: the window starting up and answering input comes first.
+    setpriority(PRIO_PROCESS, pid_t(syscall(SYS_gettid)), 19);
+#endif
     std::vector<QByteArray> pending{QByteArray()};
     while (!pending.empty() && !stop) {
         const QByteArray folder = pending.back();
@@ -315,7 +321,13 @@ SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
         return;
     d->workSpace = nativeAbsolute(workSpace);
     const auto micros = duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
+    // Qt answers an empty path for a temporary folder that does not exist; a relative one would
+    // put the backup wherever the host happens to run.
     const QString temp = tempDir.isEmpty() ? QDir::tempPath() : tempDir;
+    if (temp.isEmpty() || QDir::isRelativePath(temp)) {
+        qCDebug(lcBackup) << "no temporary folder for the backup";
+        return;
+    }
     d->folder = makePrivateFolder(backupPathFor(double(micros) / 1e6, temp));
     if (d->folder.isEmpty()) {
         qCDebug(lcBackup) << "cannot create a backup folder in" << temp;
