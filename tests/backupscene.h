@@ -10,6 +10,7 @@
 #include <QThread>
 #include <QtTest>
 
+#include <algorithm>
 #include <utility>
 
 // What the backup suites share: a place for a workspace with a folder beside it that its links
@@ -23,13 +24,24 @@
 
 namespace BackupScene {
 
-// A temporary folder that is removed even when read-only folders are left in it.
+// A temporary folder that is removed even when read-only folders are left in it, and even while
+// the bundle is still removing a replaced tree in it in the background.
 class ScratchDir : public QTemporaryDir
 {
 public:
     ScratchDir() = default;
-    explicit ScratchDir(const QString &templatePath) : QTemporaryDir(templatePath) { }
-    ~ScratchDir() { RandomTree::makeRemovable(path()); }
+    explicit ScratchDir(const QString &templatePath)
+        : QTemporaryDir(templatePath)
+    {}
+    ~ScratchDir()
+    {
+        if (path().isEmpty())
+            return;
+        for (int i = 0; i < 100 && TreeState::existsNoFollow(path()); ++i) {
+            if (!RandomTree::removeAll(path()))
+                QThread::msleep(50);
+        }
+    }
 };
 
 // "ws" (the workspace) and "outside" (what its links point to) side by side in a folder of their
@@ -70,27 +82,45 @@ inline QString editAsTheWindowDoes(const QString &ws, quint32 seed)
         if (rng.bounded(4) == 0)
             continue;
         const QString path = ws + QLatin1Char('/') + QLatin1String(name);
-        if (!FileOps::writeAtomically(path, RandomTree::randomBytes(rng, 20 + rng.bounded(500), false)))
+        if (!FileOps::writeAtomically(path,
+                                      RandomTree::randomBytes(rng, 20 + rng.bounded(500), false)))
             failed << QStringLiteral("writing %1").arg(QLatin1String(name));
     }
     const TreeState::Tree tree = TreeState::capture(ws);
-    const QStringList folders = entriesOf(tree, TreeState::Kind::Dir);
+    QStringList folders = entriesOf(tree, TreeState::Kind::Dir);
+    // Only root writes into a read-only folder; the window would not try elsewhere.
+    if (!RandomTree::isRoot()) {
+        folders.erase(
+            std::remove_if(folders.begin(), folders.end(),
+                           [&](const QString &f) { return !(tree.value(f).perms & 0200); }),
+            folders.end());
+    }
     if (!folders.isEmpty()) {
         const QString folder = folders.at(rng.bounded(int(folders.size())));
         const QString image = entryPath(ws, folder) + QStringLiteral("/new image %1.png").arg(seed);
         if (!FileOps::writeAtomically(image, RandomTree::randomBytes(rng, 5000, true)))
             failed << QStringLiteral("saving %1").arg(image);
     }
-    QStringList removable = TreeState::capture(ws).keys();
-    removable.removeAll(QStringLiteral("."));
+    const TreeState::Tree now = TreeState::capture(ws);
+    QStringList removable;
+    for (auto it = now.cbegin(); it != now.cend(); ++it) {
+        if (it.key() == QLatin1String("."))
+            continue;
+        const QString parent = it.key().contains(QLatin1Char('/'))
+                                   ? it.key().section(QLatin1Char('/'), 0, -2)
+                                   : QStringLiteral(".");
+        if (RandomTree::isRoot() ||
+            (it->kind != TreeState::Kind::Dir && (now.value(parent).perms & 0200)))
+            removable << it.key();
+    }
     if (!removable.isEmpty()) {
         const QString rel = removable.at(rng.bounded(int(removable.size())));
         if (!FileOps::removeItem(entryPath(ws, rel)))
             failed << QStringLiteral("removing %1").arg(rel);
     }
-    return failed.isEmpty() ? QString()
-                            : QStringLiteral("the window's edits failed: ") +
-                                  failed.join(QStringLiteral("; "));
+    return failed.isEmpty()
+               ? QString()
+               : QStringLiteral("the window's edits failed: ") + failed.join(QStringLiteral("; "));
 }
 
 // The calls a restore makes to its progress function.
@@ -131,24 +161,29 @@ private:
 } // namespace BackupScene
 
 namespace QTest {
-template<>
-inline char *toString(const SettingsBackup::State &state)
+template<> inline char *toString(const SettingsBackup::State &state)
 {
     switch (state) {
-    case SettingsBackup::State::Unavailable: return qstrdup("Unavailable");
-    case SettingsBackup::State::Capturing: return qstrdup("Capturing");
-    case SettingsBackup::State::Complete: return qstrdup("Complete");
-    case SettingsBackup::State::Incomplete: return qstrdup("Incomplete");
+    case SettingsBackup::State::Unavailable:
+        return qstrdup("Unavailable");
+    case SettingsBackup::State::Capturing:
+        return qstrdup("Capturing");
+    case SettingsBackup::State::Complete:
+        return qstrdup("Complete");
+    case SettingsBackup::State::Incomplete:
+        return qstrdup("Incomplete");
     }
     return qstrdup("?");
 }
-template<>
-inline char *toString(const SettingsBackup::Outcome &outcome)
+template<> inline char *toString(const SettingsBackup::Outcome &outcome)
 {
     switch (outcome) {
-    case SettingsBackup::Outcome::Restored: return qstrdup("Restored");
-    case SettingsBackup::Outcome::NothingToUndo: return qstrdup("NothingToUndo");
-    case SettingsBackup::Outcome::Failed: return qstrdup("Failed");
+    case SettingsBackup::Outcome::Restored:
+        return qstrdup("Restored");
+    case SettingsBackup::Outcome::NothingToUndo:
+        return qstrdup("NothingToUndo");
+    case SettingsBackup::Outcome::Failed:
+        return qstrdup("Failed");
     }
     return qstrdup("?");
 }

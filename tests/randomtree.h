@@ -30,10 +30,10 @@ namespace RandomTree {
 
 struct Options
 {
-    int folders = 8;   // besides the root, and besides two folders left empty
+    int folders = 8; // besides the root, and besides two folders left empty
     int files = 20;
     int links = 8;
-    int specials = 2;  // FIFOs, and as root sometimes a socket or a character device
+    int specials = 2; // FIFOs, and as root sometimes a socket or a character device
     int maxDepth = 4;
     qint64 maxFileSize = 200 * 1024;
     // settings.dat, config.js, index.html and img.xml at the top as files, links or absent
@@ -53,15 +53,21 @@ struct Made
     }
 };
 
-inline QByteArray nat(const QString &path) { return QFile::encodeName(path); }
+inline QByteArray nat(const QString &path)
+{
+    return QFile::encodeName(path);
+}
 
-inline bool isRoot() { return ::geteuid() == 0; }
+inline bool isRoot()
+{
+    return ::geteuid() == 0;
+}
 
 // The bytes into a new file (never through a link); false when it could not be made.
 inline bool createFile(const QString &path, const QByteArray &bytes, mode_t mode = 0600)
 {
-    const int fd = ::open(nat(path).constData(),
-                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+    const int fd =
+        ::open(nat(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
     if (fd < 0)
         return false;
     qint64 done = 0;
@@ -82,8 +88,8 @@ inline bool overwriteFile(const QString &path, const QByteArray &bytes)
     struct stat st;
     if (::lstat(nat(path).constData(), &st) != 0 || !S_ISREG(st.st_mode))
         return false;
-    const int fd = ::open(nat(path).constData(),
-                          O_WRONLY | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const int fd =
+        ::open(nat(path).constData(), O_WRONLY | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
         return false;
     const bool ok = ::write(fd, bytes.constData(), size_t(bytes.size())) == bytes.size();
@@ -143,9 +149,10 @@ inline qint64 randomSize(QRandomGenerator &rng, qint64 max)
 class Names
 {
 public:
-    explicit Names(QRandomGenerator &rng, const QString &tag = QString()) : m_rng(rng), m_tag(tag)
-    {
-    }
+    explicit Names(QRandomGenerator &rng, const QString &tag = QString())
+        : m_rng(rng)
+        , m_tag(tag)
+    {}
 
     QString next(const QString &folder, bool forFolder = false)
     {
@@ -174,7 +181,8 @@ private:
         case 2:
             return (forFolder ? QStringLiteral("folder") : QStringLiteral("file")) + n + ext;
         case 3:
-            return QStringLiteral("my picture ") + n + (forFolder ? QString() : QStringLiteral(".jpg"));
+            return QStringLiteral("my picture ") + n +
+                   (forFolder ? QString() : QStringLiteral(".jpg"));
         case 4:
             return QStringLiteral(" spaced  out ") + n + QStringLiteral(" ");
         case 5:
@@ -207,7 +215,10 @@ inline QString joined(const QString &folder, const QString &name)
     return folder.isEmpty() ? name : folder + QLatin1Char('/') + name;
 }
 
-inline int depthOf(const QString &rel) { return rel.isEmpty() ? 0 : int(rel.count(QLatin1Char('/'))) + 1; }
+inline int depthOf(const QString &rel)
+{
+    return rel.isEmpty() ? 0 : int(rel.count(QLatin1Char('/'))) + 1;
+}
 
 // The target text of a link at linkRel (in root) to the entry at targetRel, written relative.
 inline QString relativeTarget(const QString &linkRel, const QString &targetRel)
@@ -232,7 +243,9 @@ inline Made make(const QString &root, quint32 seed, const Options &opt = Options
     Names names(rng);
     Made made;
     QDir().mkpath(root);
-    auto abs = [&](const QString &rel) { return rel.isEmpty() ? root : root + QLatin1Char('/') + rel; };
+    auto abs = [&](const QString &rel) {
+        return rel.isEmpty() ? root : root + QLatin1Char('/') + rel;
+    };
 
     // Link targets out of the workspace.
     if (!opt.outside.isEmpty()) {
@@ -300,7 +313,8 @@ inline Made make(const QString &root, quint32 seed, const Options &opt = Options
                 made.links << n;
         } else if (r == 8 && !made.outsideFiles.isEmpty()) {
             const QString target = made.outsideFiles.at(rng.bounded(int(made.outsideFiles.size())));
-            if (makeLink(abs(n), QStringLiteral("../") + QDir(QFileInfo(root).path()).relativeFilePath(target)))
+            if (makeLink(abs(n), QStringLiteral("../") +
+                                     QDir(QFileInfo(root).path()).relativeFilePath(target)))
                 made.links << n;
         } else if (r == 9 && !made.files.isEmpty()) {
             if (makeLink(abs(n), made.files.at(rng.bounded(int(made.files.size())))))
@@ -342,9 +356,10 @@ inline Made make(const QString &root, quint32 seed, const Options &opt = Options
             if (!opt.outside.isEmpty()) {
                 // out of the workspace by "../" to the folder beside it
                 const QString from = QFileInfo(abs(rel)).path();
-                target = QDir(from).relativeFilePath(rng.bounded(2) && !made.outsideFolders.isEmpty()
-                                                         ? made.outsideFolders.first()
-                                                         : made.outsideFiles.value(0, opt.outside));
+                target =
+                    QDir(from).relativeFilePath(rng.bounded(2) && !made.outsideFolders.isEmpty()
+                                                    ? made.outsideFolders.first()
+                                                    : made.outsideFiles.value(0, opt.outside));
             }
             break;
         case 8:
@@ -429,7 +444,8 @@ inline int makeWide(const QString &root, quint32 seed, int folders, int subFolde
             ++count;
             for (int f = 0; f < filesEach; ++f) {
                 const QString file = sub + QStringLiteral("/f%1.dat").arg(f);
-                createFile(file, randomBytes(rng, fileSize / 2 + rng.bounded(fileSize), true), 0644);
+                createFile(file, randomBytes(rng, fileSize / 2 + rng.bounded(fileSize), true),
+                           0644);
                 setRandomPastTime(rng, file);
                 ++count;
             }
@@ -498,10 +514,18 @@ inline QStringList changeOutside(const QString &root, quint32 seed, int count,
         QStringList dirs, files, links, others;
         for (auto it = tree.cbegin(); it != tree.cend(); ++it) {
             switch (it->kind) {
-            case TreeState::Kind::Dir: dirs << it.key(); break;
-            case TreeState::Kind::File: files << it.key(); break;
-            case TreeState::Kind::Symlink: links << it.key(); break;
-            default: others << it.key(); break;
+            case TreeState::Kind::Dir:
+                dirs << it.key();
+                break;
+            case TreeState::Kind::File:
+                files << it.key();
+                break;
+            case TreeState::Kind::Symlink:
+                links << it.key();
+                break;
+            default:
+                others << it.key();
+                break;
             }
         }
         const QStringList nonRoot = [&] {
@@ -509,7 +533,9 @@ inline QStringList changeOutside(const QString &root, quint32 seed, int count,
             all.removeAll(QStringLiteral("."));
             return all;
         }();
-        auto pick = [&](const QStringList &from) { return from.at(rng.bounded(int(from.size()))); };
+        auto pick = [&](const QStringList &from) {
+            return from.at(rng.bounded(int(from.size())));
+        };
         const QString folder = pick(dirs);
         const QString inFolder = folder == QLatin1String(".") ? QString() : folder;
         int op = rng.bounded(9);

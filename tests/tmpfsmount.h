@@ -6,7 +6,9 @@
 
 #include <cerrno>
 #include <cstring>
+#include <linux/magic.h>
 #include <sys/mount.h>
+#include <sys/statfs.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
@@ -46,6 +48,15 @@ public:
         if (::umount2(p.constData(), 0) != 0)
             ::umount2(p.constData(), MNT_DETACH);
         m_mounted = false;
+    }
+
+    // True when folder is a writable folder on a file system in memory (tmpfs).
+    static bool isMemoryFolder(const QString &folder)
+    {
+        struct statfs fs;
+        const QByteArray p = QFile::encodeName(folder);
+        return ::statfs(p.constData(), &fs) == 0 && fs.f_type == TMPFS_MAGIC &&
+               ::access(p.constData(), W_OK | X_OK) == 0;
     }
 
     // Bytes still free for files.

@@ -28,27 +28,42 @@ enum class Kind { File, Dir, Symlink, Fifo, Socket, CharDevice, BlockDevice, Unk
 inline const char *kindName(Kind kind)
 {
     switch (kind) {
-    case Kind::File: return "file";
-    case Kind::Dir: return "folder";
-    case Kind::Symlink: return "link";
-    case Kind::Fifo: return "fifo";
-    case Kind::Socket: return "socket";
-    case Kind::CharDevice: return "char device";
-    case Kind::BlockDevice: return "block device";
-    case Kind::Unknown: break;
+    case Kind::File:
+        return "file";
+    case Kind::Dir:
+        return "folder";
+    case Kind::Symlink:
+        return "link";
+    case Kind::Fifo:
+        return "fifo";
+    case Kind::Socket:
+        return "socket";
+    case Kind::CharDevice:
+        return "char device";
+    case Kind::BlockDevice:
+        return "block device";
+    case Kind::Unknown:
+        break;
     }
     return "unknown";
 }
 
 inline Kind kindOf(mode_t mode)
 {
-    if (S_ISREG(mode)) return Kind::File;
-    if (S_ISDIR(mode)) return Kind::Dir;
-    if (S_ISLNK(mode)) return Kind::Symlink;
-    if (S_ISFIFO(mode)) return Kind::Fifo;
-    if (S_ISSOCK(mode)) return Kind::Socket;
-    if (S_ISCHR(mode)) return Kind::CharDevice;
-    if (S_ISBLK(mode)) return Kind::BlockDevice;
+    if (S_ISREG(mode))
+        return Kind::File;
+    if (S_ISDIR(mode))
+        return Kind::Dir;
+    if (S_ISLNK(mode))
+        return Kind::Symlink;
+    if (S_ISFIFO(mode))
+        return Kind::Fifo;
+    if (S_ISSOCK(mode))
+        return Kind::Socket;
+    if (S_ISCHR(mode))
+        return Kind::CharDevice;
+    if (S_ISBLK(mode))
+        return Kind::BlockDevice;
     return Kind::Unknown;
 }
 
@@ -60,10 +75,10 @@ struct Entry
     uint gid = 0;
     qint64 mtimeSec = 0;
     qint64 mtimeNsec = 0;
-    qint64 size = 0;      // regular files only; a folder's size is the file system's business
-    QByteArray sha256;    // regular files only
-    QByteArray target;    // links only: the target text as stored
-    quint64 rdev = 0;     // devices only
+    qint64 size = 0;         // regular files only; a folder's size is the file system's business
+    QByteArray sha256;       // regular files only
+    QByteArray target;       // links only: the target text as stored
+    quint64 rdev = 0;        // devices only
     bool unreadable = false; // a regular file whose bytes could not be read
 
     bool operator==(const Entry &o) const
@@ -79,7 +94,10 @@ struct Entry
 // Relative path -> entry; the root itself is ".". An empty tree: nothing at the root.
 using Tree = QMap<QString, Entry>;
 
-inline QByteArray native(const QString &path) { return QFile::encodeName(path); }
+inline QByteArray native(const QString &path)
+{
+    return QFile::encodeName(path);
+}
 
 inline bool lstatPath(const QString &path, struct stat *st)
 {
@@ -323,15 +341,18 @@ inline QStringList differences(const Tree &a, const Tree &b, int max = 20)
             continue;
         QStringList what;
         if (x.kind != y.kind)
-            what << QStringLiteral("kind %1 != %2").arg(QLatin1String(kindName(x.kind)),
-                                                          QLatin1String(kindName(y.kind)));
+            what << QStringLiteral("kind %1 != %2")
+                        .arg(QLatin1String(kindName(x.kind)), QLatin1String(kindName(y.kind)));
         if (x.perms != y.perms)
             what << QStringLiteral("mode %1 != %2")
                         .arg(x.perms, 4, 8, QLatin1Char('0'))
                         .arg(y.perms, 4, 8, QLatin1Char('0'));
         if (x.uid != y.uid || x.gid != y.gid)
-            what << QStringLiteral("owner %1:%2 != %3:%4").arg(x.uid).arg(x.gid).arg(y.uid).arg(
-                        y.gid);
+            what << QStringLiteral("owner %1:%2 != %3:%4")
+                        .arg(x.uid)
+                        .arg(x.gid)
+                        .arg(y.uid)
+                        .arg(y.gid);
         if (x.mtimeSec != y.mtimeSec || x.mtimeNsec != y.mtimeNsec)
             what << QStringLiteral("mtime %1 != %2")
                         .arg(timeText(x.mtimeSec, x.mtimeNsec), timeText(y.mtimeSec, y.mtimeNsec));
@@ -346,7 +367,10 @@ inline QStringList differences(const Tree &a, const Tree &b, int max = 20)
                         .arg(QFile::decodeName(x.target), QFile::decodeName(y.target));
         if (x.rdev != y.rdev)
             what << QStringLiteral("device %1:%2 != %3:%4")
-                        .arg(major(x.rdev)).arg(minor(x.rdev)).arg(major(y.rdev)).arg(minor(y.rdev));
+                        .arg(major(x.rdev))
+                        .arg(minor(x.rdev))
+                        .arg(major(y.rdev))
+                        .arg(minor(y.rdev));
         add(QStringLiteral("%1: %2").arg(k, what.join(QStringLiteral(", "))));
     }
     if (total > max)

@@ -287,6 +287,30 @@ bool settleSwap(const QByteArray &workSpace, const QByteArray &backup, const Sib
     return true;
 }
 
+// A restored copy or a parked workspace whose backup is gone (its removal was cut short after
+// the swap) is garbage: nothing else refers to it any more.
+void removeOrphanSiblings(const QByteArray &workSpace, const QDir &temp)
+{
+    const QByteArray parent = parentOf(workSpace);
+    const QString name = QFile::decodeName(workSpace.mid(workSpace.lastIndexOf('/') + 1));
+    const QStringList prefixes{QLatin1Char('.') + name + QLatin1String(".restore-"),
+                               QLatin1Char('.') + name + QLatin1String(".old-")};
+    const QStringList entries =
+        QDir(QFile::decodeName(parent))
+            .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks);
+    for (const QString &entry : entries) {
+        for (const QString &prefix : prefixes) {
+            const QString tag = entry.mid(prefix.size());
+            struct stat st;
+            const QByteArray path = parent + '/' + QFile::encodeName(entry);
+            if (entry.startsWith(prefix) && isBackupName(tag) &&
+                !exists(QFile::encodeName(temp.filePath(tag))) && TreeCopy::entryStat(path, &st) &&
+                st.st_uid == geteuid())
+                removeLater(path);
+        }
+    }
+}
+
 } // namespace
 
 QList<Pending> settle(const QString &workSpace, const QString &tempDir)
@@ -340,6 +364,7 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
                 {QFile::decodeName(backup), name.section(QLatin1Char('-'), 0, 0).toDouble()});
         }
     }
+    removeOrphanSiblings(ws, temp);
     removeStaleTemporaries(workSpace);
     return pending;
 }

@@ -66,11 +66,44 @@ private slots:
     void backupOfAnotherWorkspaceIsLeftAlone();
     void pendingBackupsComeOldestFirst();
     void aCancelUnderWayIsFinished();
+    void leftoversBesideTheWorkspaceGo_data();
+    void leftoversBesideTheWorkspaceGo();
 
     void staleTemporaries_data();
     void staleTemporaries();
     void onlyTheBundlesTemporariesGo();
 };
+
+void TestBackupRecovery::leftoversBesideTheWorkspaceGo_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("removed");
+    QTest::newRow("a restored copy whose backup is gone goes")
+        << ".ws.restore-1700000000.123456" << true;
+    QTest::newRow("a parked workspace whose backup is gone goes")
+        << ".ws.old-1700000000.123456-2" << true;
+    QTest::newRow("a look-alike of another workspace stays")
+        << ".ws2.old-1700000000.123456" << false;
+    QTest::newRow("a look-alike without a backup's name stays") << ".ws.old-yesterday" << false;
+    QTest::newRow("an author's folder stays") << "ws.restore-1700000000.123456" << false;
+}
+
+// What a crash left beside the workspace after its backup was already removed.
+void TestBackupRecovery::leftoversBesideTheWorkspaceGo()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, removed);
+    Scene s;
+    QVERIFY(QDir().mkpath(s.ws()));
+    const QString leftover = s.place.path() + QLatin1Char('/') + name;
+    QVERIFY(QDir().mkpath(leftover + QStringLiteral("/inner")));
+    const TreeState::Tree workspace = TreeState::capture(s.ws());
+    QVERIFY(BackupRecovery::settle(s.ws(), s.temp.path()).isEmpty());
+    BackupRecovery::waitForCleanUp();
+    QCOMPARE(QFileInfo::exists(leftover), !removed);
+    const TreeState::Diff d = TreeState::diff(workspace, TreeState::capture(s.ws()));
+    QVERIFY2(d.isEmpty(), d);
+}
 
 void TestBackupRecovery::liveBackupIsNeverPending_data()
 {
@@ -157,9 +190,12 @@ void TestBackupRecovery::deadIncompleteBackupIsRemoved()
 
     const QList<BackupRecovery::Pending> pending = BackupRecovery::settle(ws, temp);
     QVERIFY2(pending.isEmpty(), qPrintable("offered: " + pendingText(pending)));
-    QVERIFY2(!TreeState::existsNoFollow(path), qPrintable("the incomplete backup is still there: " + path));
+    QVERIFY2(!TreeState::existsNoFollow(path),
+             qPrintable("the incomplete backup is still there: " + path));
     TREE_COMPARE(TreeState::capture(ws), edited);
+    BackupRecovery::waitForCleanUp();
     QCOMPARE(TreeState::names(temp), QStringList());
+    BackupRecovery::waitForCleanUp();
     QCOMPARE(TreeState::names(s.place.path()), QStringList{"ws"});
 }
 
@@ -193,7 +229,8 @@ void TestBackupRecovery::backupOfAnotherWorkspaceIsLeftAlone()
     Scene s;
     const QString ws = s.ws();
     RandomTree::makeWide(ws, 3, 3, 2, 3, 512);
-    const QString otherWs = other == "." ? s.place.path() : s.place.path() + QLatin1Char('/') + other;
+    const QString otherWs =
+        other == "." ? s.place.path() : s.place.path() + QLatin1Char('/') + other;
     QDir().mkpath(otherWs);
     RandomTree::createFile(otherWs + "/settings.dat", "the other workspace's");
     const TreeState::Tree before = TreeState::capture(ws);
@@ -230,6 +267,7 @@ void TestBackupRecovery::pendingBackupsComeOldestFirst()
     QVERIFY(pending.at(0).openedAt > 1.6e9);
     BackupRecovery::keep(first);
     BackupRecovery::keep(second);
+    BackupRecovery::waitForCleanUp();
     QCOMPARE(TreeState::names(s.temp.path()), QStringList());
 }
 
@@ -251,6 +289,8 @@ void TestBackupRecovery::aCancelUnderWayIsFinished()
     QVERIFY2(pending.isEmpty(), qPrintable("asked again about: " + pendingText(pending)));
     TREE_COMPARE(TreeState::capture(ws), before);
     QVERIFY(!TreeState::existsNoFollow(path));
+    BackupRecovery::waitForCleanUp();
+    QCOMPARE(TreeState::names(s.place.path()), QStringList({"outside", "ws"}));
     TREE_COMPARE(TreeState::captureOutside(s.place.path(), {"ws"}), outside);
 }
 
@@ -261,22 +301,39 @@ void TestBackupRecovery::staleTemporaries_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("kind");
     QTest::addColumn<bool>("removed");
-    QTest::newRow("a save's temporary of settings.dat goes") << ".settings.dat.imgsave-a1B2c3" << "file" << true;
-    QTest::newRow("a save's temporary of config.js goes") << ".config.js.imgsave-ZZZZZZ" << "file" << true;
-    QTest::newRow("a save's temporary with digits only goes") << ".img.xml.imgsave-000000" << "file" << true;
+    QTest::newRow("a save's temporary of settings.dat goes") << ".settings.dat.imgsave-a1B2c3"
+                                                             << "file" << true;
+    QTest::newRow("a save's temporary of config.js goes") << ".config.js.imgsave-ZZZZZZ"
+                                                          << "file" << true;
+    QTest::newRow("a save's temporary with digits only goes") << ".img.xml.imgsave-000000"
+                                                              << "file" << true;
     QTest::newRow("a save's temporary of a non-ASCII name goes")
         << QString::fromUtf8(".画像 äöü.png.imgsave-Qx9z0A") << "file" << true;
-    QTest::newRow("a user's .bak file stays") << "settings.dat.bak" << "file" << false;
-    QTest::newRow("a longer suffix stays") << ".settings.dat.imgsave-toolongname" << "file" << false;
-    QTest::newRow("five characters stay") << ".settings.dat.imgsave-a1B2c" << "file" << false;
-    QTest::newRow("seven characters stay") << ".settings.dat.imgsave-a1B2c3d" << "file" << false;
-    QTest::newRow("a character that is not a letter or digit stays") << ".settings.dat.imgsave-a1B2_3" << "file" << false;
-    QTest::newRow("without the leading dot it stays") << "settings.dat.imgsave-a1B2c3" << "file" << false;
-    QTest::newRow("something after the six characters stays") << ".settings.dat.imgsave-a1B2c3.png" << "file" << false;
-    QTest::newRow("a folder of a matching name stays, with its contents") << ".settings.dat.imgsave-a1B2c3" << "folder" << false;
-    QTest::newRow("a link of a matching name stays, its target too") << ".settings.dat.imgsave-a1B2c3" << "link" << false;
-    QTest::newRow("a FIFO of a matching name stays, never opened") << ".settings.dat.imgsave-a1B2c3" << "fifo" << false;
-    QTest::newRow("a match in a sub-folder stays") << "files/.settings.dat.imgsave-a1B2c3" << "file" << false;
+    QTest::newRow("a user's .bak file stays") << "settings.dat.bak"
+                                              << "file" << false;
+    QTest::newRow("a longer suffix stays") << ".settings.dat.imgsave-toolongname"
+                                           << "file" << false;
+    QTest::newRow("five characters stay") << ".settings.dat.imgsave-a1B2c"
+                                          << "file" << false;
+    QTest::newRow("seven characters stay") << ".settings.dat.imgsave-a1B2c3d"
+                                           << "file" << false;
+    QTest::newRow("a character that is not a letter or digit stays")
+        << ".settings.dat.imgsave-a1B2_3"
+        << "file" << false;
+    QTest::newRow("without the leading dot it stays") << "settings.dat.imgsave-a1B2c3"
+                                                      << "file" << false;
+    QTest::newRow("something after the six characters stays") << ".settings.dat.imgsave-a1B2c3.png"
+                                                              << "file" << false;
+    QTest::newRow("a folder of a matching name stays, with its contents")
+        << ".settings.dat.imgsave-a1B2c3"
+        << "folder" << false;
+    QTest::newRow("a link of a matching name stays, its target too")
+        << ".settings.dat.imgsave-a1B2c3"
+        << "link" << false;
+    QTest::newRow("a FIFO of a matching name stays, never opened") << ".settings.dat.imgsave-a1B2c3"
+                                                                   << "fifo" << false;
+    QTest::newRow("a match in a sub-folder stays") << "files/.settings.dat.imgsave-a1B2c3"
+                                                   << "file" << false;
 }
 
 namespace {
@@ -336,7 +393,8 @@ void TestBackupRecovery::staleTemporaries()
                                                  .arg(kind, name, gone ? "was removed" : "stayed",
                                                       throughSettle ? "by settle" : "")));
         if (!throughSettle)
-            QVERIFY2(answered(answer, name) == removed, qPrintable("answered: " + answer.join(", ")));
+            QVERIFY2(answered(answer, name) == removed,
+                     qPrintable("answered: " + answer.join(", ")));
         TreeState::Tree expected = before;
         TreeState::Tree now = TreeState::capture(ws);
         if (removed) {
