@@ -9,7 +9,9 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cerrno>
 #include <condition_variable>
+#include <csignal>
 #include <deque>
 #include <fcntl.h>
 #include <mutex>
@@ -260,6 +262,22 @@ bool isBackupName(const QString &name)
     return pattern.match(name).hasMatch();
 }
 
+// A backup folder still being made (".<name>-<pid>.new"); its maker holds its lock.
+bool isUnfinishedName(const QString &name)
+{
+    static const QRegularExpression pattern(QStringLiteral("^\\.\\d+\\.\\d{6}-\\d+\\.new$"));
+    return pattern.match(name).hasMatch();
+}
+
+// Its maker holds the lock, or is alive and has not taken the lock yet.
+bool isBeingMade(const QString &name, const QByteArray &path)
+{
+    if (isAlive(path))
+        return true;
+    const pid_t maker = pid_t(name.section(QLatin1Char('-'), -1).chopped(4).toLongLong());
+    return !exists(path + LockFile) && maker > 0 && (::kill(maker, 0) == 0 || errno == EPERM);
+}
+
 bool isDiscardedName(const QString &name)
 {
     return name.endsWith(QLatin1String(DiscardSuffix)) &&
@@ -332,6 +350,9 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
         struct stat st;
         const QByteArray path = QFile::encodeName(temp.filePath(name));
         if (isDiscardedName(name) && TreeCopy::entryStat(path, &st) && st.st_uid == geteuid())
+            removeLater(path);
+        else if (isUnfinishedName(name) && TreeCopy::entryStat(path, &st) &&
+                 st.st_uid == geteuid() && !isBeingMade(name, path))
             removeLater(path);
     }
     names.erase(std::remove_if(names.begin(), names.end(),

@@ -16,6 +16,7 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -47,19 +48,28 @@ bool writeSmallFile(const QByteArray &path, const QByteArray &data)
     return ::close(fd) == 0 && ok;
 }
 
-// mkdir() never follows a link planted at the name and fails when anything is there, so the
-// folder we get is new and ours.
-QByteArray makePrivateFolder(const QString &base)
+// Gives the ready folder at staging the backup name base, or base with "-1", "-2", ... when
+// that is taken. The rename never replaces anything, a link planted at the name included.
+QByteArray nameFolder(const QByteArray &staging, const QString &base)
 {
     for (int suffix = 0; suffix <= MaxNameSuffix; ++suffix) {
         const QString name = suffix == 0 ? base : base + QLatin1Char('-') + QString::number(suffix);
         const QByteArray path = QFile::encodeName(name);
-        if (mkdir(path.constData(), 0700) == 0) {
-            chmod(path.constData(), 0700);
+#if defined(__linux__) && defined(RENAME_NOREPLACE)
+        if (renameat2(AT_FDCWD, staging.constData(), AT_FDCWD, path.constData(),
+                      RENAME_NOREPLACE) == 0)
             return path;
-        }
-        if (errno != EEXIST)
+        if (errno == EEXIST)
+            continue;
+        if (errno != EINVAL && errno != ENOSYS)
             return {};
+#endif
+        struct stat st;
+        if (lstat(path.constData(), &st) == 0)
+            continue;
+        if (::rename(staging.constData(), path.constData()) == 0)
+            return path;
+        return {};
     }
     return {};
 }
@@ -328,21 +338,30 @@ SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
         qCDebug(lcBackup) << "no temporary folder for the backup";
         return;
     }
-    d->folder = makePrivateFolder(backupPathFor(double(micros) / 1e6, temp));
-    if (d->folder.isEmpty()) {
+    // The folder is made under a hidden name, locked and told its workspace, and only then
+    // given a backup's name: a crash half-way leaves nothing that looks like a backup, and what
+    // it leaves is removed by the next opening. mkdir() fails on anything already there, a
+    // planted link included, so the folder is new and ours.
+    const QString base = backupPathFor(double(micros) / 1e6, temp);
+    const QByteArray staging = QFile::encodeName(
+        QDir(temp).filePath(QLatin1Char('.') + QFileInfo(base).fileName() + QLatin1Char('-') +
+                            QString::number(getpid()) + QLatin1String(".new")));
+    if (mkdir(staging.constData(), 0700) != 0) {
         qCDebug(lcBackup) << "cannot create a backup folder in" << temp;
         return;
     }
-    d->tree = d->folder + "/tree";
-    d->lockFd = ::open((d->folder + "/lock").constData(),
+    chmod(staging.constData(), 0700);
+    d->lockFd = ::open((staging + "/lock").constData(),
                        O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (d->lockFd < 0 || flock(d->lockFd, LOCK_EX | LOCK_NB) != 0 ||
-        !writeSmallFile(d->folder + "/owner", d->workSpace)) {
+    if (d->lockFd >= 0 && flock(d->lockFd, LOCK_EX | LOCK_NB) == 0 &&
+        writeSmallFile(staging + "/owner", d->workSpace))
+        d->folder = nameFolder(staging, base);
+    if (d->folder.isEmpty()) {
         d->unlock();
-        TreeCopy::removeTree(d->folder);
-        d->folder.clear();
+        TreeCopy::removeTree(staging);
         return;
     }
+    d->tree = d->folder + "/tree";
     d->state = State::Capturing;
 }
 

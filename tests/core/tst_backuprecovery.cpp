@@ -10,7 +10,9 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <fcntl.h>
 #include <memory>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -67,6 +69,8 @@ private slots:
     void pendingBackupsComeOldestFirst();
     void aCancelUnderWayIsFinished();
     void leftoversBesideTheWorkspaceGo_data();
+    void unfinishedBackupFoldersOfDeadMakersGo_data();
+    void unfinishedBackupFoldersOfDeadMakersGo();
     void leftoversBesideTheWorkspaceGo();
 
     void staleTemporaries_data();
@@ -103,6 +107,47 @@ void TestBackupRecovery::leftoversBesideTheWorkspaceGo()
     QCOMPARE(QFileInfo::exists(leftover), !removed);
     const TreeState::Diff d = TreeState::diff(workspace, TreeState::capture(s.ws()));
     QVERIFY2(d.isEmpty(), d);
+}
+
+void TestBackupRecovery::unfinishedBackupFoldersOfDeadMakersGo_data()
+{
+    QTest::addColumn<QString>("contents");
+    QTest::addColumn<bool>("makerAlive");
+    QTest::addColumn<bool>("removed");
+    QTest::newRow("empty, its maker dead: goes") << "" << false << true;
+    QTest::newRow("a lock alone, its maker dead: goes") << "lock" << false << true;
+    QTest::newRow("a lock and an empty owner, its maker dead: goes")
+        << "lock owner" << false << true;
+    QTest::newRow("empty, its maker alive and about to lock it: stays") << "" << true << false;
+    QTest::newRow("its lock held by its maker: stays") << "held" << true << false;
+}
+
+// A window killed while it made its backup folder leaves it under its unfinished name.
+void TestBackupRecovery::unfinishedBackupFoldersOfDeadMakersGo()
+{
+    QFETCH(QString, contents);
+    QFETCH(bool, makerAlive);
+    QFETCH(bool, removed);
+    Scene s;
+    QVERIFY(QDir().mkpath(s.ws()));
+    // A process id that is not running: one past the kernel's limit.
+    const qint64 maker = makerAlive ? qint64(::getpid()) : qint64(4194304 + 1);
+    const QString folder = s.temp.path() + QStringLiteral("/.1700000000.123456-%1.new").arg(maker);
+    QVERIFY(QDir().mkpath(folder));
+    int lockFd = -1;
+    for (const QString &name : contents.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        QFile file(folder + QLatin1Char('/') + (name == "held" ? QStringLiteral("lock") : name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    if (contents == "held") {
+        lockFd = ::open(QFile::encodeName(folder + "/lock").constData(), O_RDONLY | O_CLOEXEC);
+        QVERIFY(lockFd >= 0 && ::flock(lockFd, LOCK_EX | LOCK_NB) == 0);
+    }
+    QVERIFY(BackupRecovery::settle(s.ws(), s.temp.path()).isEmpty());
+    BackupRecovery::waitForCleanUp();
+    if (lockFd >= 0)
+        ::close(lockFd);
+    QCOMPARE(QFileInfo::exists(folder), !removed);
 }
 
 void TestBackupRecovery::liveBackupIsNeverPending_data()
