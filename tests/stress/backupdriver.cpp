@@ -57,10 +57,14 @@ void say(const QByteArray &line)
 const char *stateName(SettingsBackup::State state)
 {
     switch (state) {
-    case SettingsBackup::State::Unavailable: return "Unavailable";
-    case SettingsBackup::State::Capturing: return "Capturing";
-    case SettingsBackup::State::Complete: return "Complete";
-    case SettingsBackup::State::Incomplete: return "Incomplete";
+    case SettingsBackup::State::Unavailable:
+        return "Unavailable";
+    case SettingsBackup::State::Capturing:
+        return "Capturing";
+    case SettingsBackup::State::Complete:
+        return "Complete";
+    case SettingsBackup::State::Incomplete:
+        return "Incomplete";
     }
     return "?";
 }
@@ -68,9 +72,12 @@ const char *stateName(SettingsBackup::State state)
 const char *outcomeName(SettingsBackup::Outcome outcome)
 {
     switch (outcome) {
-    case SettingsBackup::Outcome::Restored: return "Restored";
-    case SettingsBackup::Outcome::NothingToUndo: return "NothingToUndo";
-    case SettingsBackup::Outcome::Failed: return "Failed";
+    case SettingsBackup::Outcome::Restored:
+        return "Restored";
+    case SettingsBackup::Outcome::NothingToUndo:
+        return "NothingToUndo";
+    case SettingsBackup::Outcome::Failed:
+        return "Failed";
     }
     return "?";
 }
@@ -99,8 +106,7 @@ bool parse(int argc, char *argv[], Options *o)
         else
             return false;
     }
-    return (argc % 2) == 1 && !o->workSpace.isEmpty() && !o->temp.isEmpty() &&
-           !o->phases.isEmpty();
+    return (argc % 2) == 1 && !o->workSpace.isEmpty() && !o->temp.isEmpty() && !o->phases.isEmpty();
 }
 
 // As the window answers: going back takes the oldest backup, the one from before the first
@@ -137,7 +143,8 @@ bool chooseImage(const Options &o, int save)
 {
     const QDir ws(o.workSpace);
     const QString dest = ws.filePath(WindowEdits::targetOf(save));
-    if (FileOps::exists(dest) && !FileOps::renameItem(dest, ws.filePath(WindowEdits::asideOf(save))))
+    if (FileOps::exists(dest) &&
+        !FileOps::renameItem(dest, ws.filePath(WindowEdits::asideOf(save))))
         return false;
     return FileOps::copyItem(QDir(o.images).filePath(WindowEdits::targetOf(save)), dest);
 }

@@ -26,7 +26,7 @@
 
 namespace {
 
-constexpr int MaxSaves = 15; // the names any round's saves touch are those of the first 15
+constexpr int MaxSaves = 15;  // the names any round's saves touch are those of the first 15
 constexpr int QuickSaves = 3; // done before the image is: Cancel has to wait for it
 constexpr int DefaultFiles = 160;
 
@@ -54,11 +54,16 @@ struct Round
 const char *momentName(Moment moment)
 {
     switch (moment) {
-    case Moment::Opening: return "opening";
-    case Moment::Saving: return "saving";
-    case Moment::Cancelling: return "cancelling";
-    case Moment::Applying: return "applying";
-    case Moment::Reopening: return "reopening";
+    case Moment::Opening:
+        return "opening";
+    case Moment::Saving:
+        return "saving";
+    case Moment::Cancelling:
+        return "cancelling";
+    case Moment::Applying:
+        return "applying";
+    case Moment::Reopening:
+        return "reopening";
     }
     return "?";
 }
@@ -136,7 +141,7 @@ Verdict compareExact(const Tree &expected, const Tree &now, const QString &what)
 {
     Verdict v;
     if (now.isEmpty()) {
-        v.incomplete << QStringLiteral("the workspace is gone (expected %1)").arg(what);
+        v.incomplete << QStringLiteral("nothing is there (expected %1)").arg(what);
         return v;
     }
     QStringList keys = expected.keys() + now.keys();
@@ -193,7 +198,7 @@ struct Expected
     QString from;     // Opening: the opening entry it must equal exactly (it may have moved)
     QByteArray bytes; // Bytes
     uint perms = 0;
-    QString version;  // Bytes: which save wrote it, for messages
+    QString version; // Bytes: which save wrote it, for messages
 };
 using NameStates = QMap<QString, Expected>;
 
@@ -262,8 +267,8 @@ NameStates statesAfter(const Tree &w0, int saves, bool asideOnly = false)
         }
         if (n == saves && asideOnly)
             break;
-        s[target] = bytesOf(WindowEdits::imageBytes(WindowEdits::imageOf(n)), newFilePerms(),
-                            version);
+        s[target] =
+            bytesOf(WindowEdits::imageBytes(WindowEdits::imageOf(n)), newFilePerms(), version);
     }
     return s;
 }
@@ -285,8 +290,7 @@ QString versionOf(const QString &name, const QByteArray &sha, const Tree &w0)
     return QStringLiteral("none of its versions (a mix or a truncated file)");
 }
 
-void checkName(const Tree &w0, const Tree &now, const QString &name, const Expected &e,
-               Verdict *v)
+void checkName(const Tree &w0, const Tree &now, const QString &name, const Expected &e, Verdict *v)
 {
     const bool there = now.contains(name);
     const TreeState::Entry &found = now.value(name);
@@ -412,7 +416,8 @@ void addWindowFiles(const Scene &scene, QRandomGenerator &rng)
         writeFile(scene.images() + QLatin1Char('/') + WindowEdits::imageName(image),
                   WindowEdits::imageBytes(image), 0644, rng);
     writeFile(scene.outside() + QStringLiteral("/page.html"), "<html>outside</html>", 0644, rng);
-    RandomTree::makeLink(ws + QStringLiteral("/index.html"), QStringLiteral("../outside/page.html"));
+    RandomTree::makeLink(ws + QStringLiteral("/index.html"),
+                         QStringLiteral("../outside/page.html"));
     RandomTree::setRandomPastTime(rng, ws + QStringLiteral("/index.html"));
 }
 
@@ -451,12 +456,13 @@ struct Line
 class Driver
 {
 public:
-    Driver(const Scene &scene, const QStringList &phases, bool goBack, int saves = MaxSaves)
+    // phases as the driver takes them: "open,edit,cancel"
+    Driver(const Scene &scene, const char *phases, bool goBack, int saves = MaxSaves)
     {
         m_process.setProgram(QStringLiteral(IMG_BACKUP_DRIVER));
         m_process.setArguments({QStringLiteral("--workspace"), scene.ws(), QStringLiteral("--temp"),
                                 scene.temp.path(), QStringLiteral("--images"), scene.images(),
-                                QStringLiteral("--phases"), phases.join(QLatin1Char(',')),
+                                QStringLiteral("--phases"), QLatin1String(phases),
                                 QStringLiteral("--pending"),
                                 goBack ? QStringLiteral("go-back") : QStringLiteral("keep"),
                                 QStringLiteral("--saves"), QString::number(saves)});
@@ -502,7 +508,10 @@ public:
     QByteArray lastLine() const { return m_lines.isEmpty() ? QByteArray() : m_lines.last().text; }
     bool printed(const QByteArray &prefix) const { return !find(prefix).text.isNull(); }
     // The rest of the first line that starts with prefix.
-    QByteArray value(const QByteArray &prefix) const { return find(prefix).text.mid(prefix.size()); }
+    QByteArray value(const QByteArray &prefix) const
+    {
+        return find(prefix).text.mid(prefix.size());
+    }
     qint64 timeOf(const QByteArray &prefix) const { return find(prefix).atUs; }
     int count(const QByteArray &prefix) const
     {
@@ -550,13 +559,13 @@ private:
 // How long each part of the window's work takes here, measured once: kills are aimed inside.
 struct Timing
 {
-    qint64 opening = 0;   // start to "opened"
-    qint64 capture = 0;   // "opened" to "captured"
-    qint64 saving = 0;    // "opened" to "edited"
-    qint64 cancel = 0;    // "edited" to "cancelled"
+    qint64 opening = 0;     // start to "opened"
+    qint64 capture = 0;     // "opened" to "captured"
+    qint64 saving = 0;      // "opened" to "edited"
+    qint64 cancel = 0;      // "edited" to "cancelled"
     qint64 quickCancel = 0; // the same after a few quick saves: Cancel waits for the image first
-    qint64 apply = 0;     // "edited" to "applied"
-    qint64 reopening = 0; // start of a window settling a dead one's backup to its "captured"
+    qint64 apply = 0;       // "edited" to "applied"
+    qint64 reopening = 0;   // start of a window settling a dead one's backup to its image taken
 };
 
 struct Aim
@@ -568,26 +577,35 @@ struct Aim
 Aim aimFor(const Round &r, const Timing &t)
 {
     switch (r.moment) {
-    case Moment::Opening: return {QByteArray(), (t.opening + t.capture) * 15 / 10};
-    case Moment::Saving: return {"opened", t.saving * 12 / 10};
+    case Moment::Opening:
+        return {QByteArray(), (t.opening + t.capture) * 15 / 10};
+    case Moment::Saving:
+        return {"opened", t.saving * 12 / 10};
     case Moment::Cancelling:
-        return {"edited", (r.saves < QuickSaves + 1 ? t.quickCancel : t.cancel) * 13 / 10};
-    case Moment::Applying: return {"edited", t.apply * 13 / 10};
-    case Moment::Reopening: return {QByteArray(), t.reopening * 13 / 10};
+        return {"edited", (r.saves <= QuickSaves ? t.quickCancel : t.cancel) * 13 / 10};
+    case Moment::Applying:
+        return {"edited", t.apply * 13 / 10};
+    case Moment::Reopening:
+        return {QByteArray(), t.reopening * 13 / 10};
     }
     return {};
 }
 
-QStringList phasesFor(Moment moment)
+const char *phasesFor(Moment moment)
 {
     switch (moment) {
-    case Moment::Opening: return {QStringLiteral("open")};
-    case Moment::Saving: return {QStringLiteral("open"), QStringLiteral("edit")};
-    case Moment::Cancelling: return {"open", "edit", "cancel"};
-    case Moment::Applying: return {"open", "edit", "ok"};
-    case Moment::Reopening: return {QStringLiteral("open")};
+    case Moment::Opening:
+        return "open";
+    case Moment::Saving:
+        return "open,edit";
+    case Moment::Cancelling:
+        return "open,edit,cancel";
+    case Moment::Applying:
+        return "open,edit,ok";
+    case Moment::Reopening:
+        return "open";
     }
-    return {};
+    return "open";
 }
 
 // ---- one round: build, kill, open again, check
@@ -598,17 +616,25 @@ struct RoundResult
     QString story;   // everything the killed drivers printed, with times
     QString summary; // where the kill landed and what the next opening found
     int kills = 0;
+    bool offered = false;         // the next opening found a complete backup to ask about
+    bool settleCancelled = false; // settle finished a Cancel the killed window had begun
 };
-
-const char *expectName(int expect)
-{
-    static const char *names[] = {"the opening tree", "as the saves left it",
-                                  "the opening tree or as the saves left it"};
-    return names[expect];
-}
 
 // What the next opening must find before it answers, from what the killed driver printed.
 enum class Expect { OpeningTree, AsSaved, Either };
+
+const char *expectName(Expect expect)
+{
+    switch (expect) {
+    case Expect::OpeningTree:
+        return "the opening tree";
+    case Expect::AsSaved:
+        return "as the saves left it";
+    case Expect::Either:
+        return "the opening tree or as the saves left it";
+    }
+    return "?";
+}
 
 struct Reading
 {
@@ -624,15 +650,16 @@ Reading readSingle(const Round &r, const Driver &d, const QList<BackupRecovery::
     Reading reading;
     reading.saved = d.count("saved ");
     reading.total = r.saves;
-    reading.nextUnderWay = r.moment != Moment::Opening && d.printed("opened") &&
-                           !d.printed("edited");
+    reading.nextUnderWay =
+        r.moment != Moment::Opening && d.printed("opened") && !d.printed("edited");
     if (d.printed("save failed"))
         v->other << QStringLiteral("a save failed in the driver");
     const bool complete = d.printed("captured Complete");
     if (!pending.isEmpty()) {
         if (pending.size() > 1)
             v->other << QStringLiteral("%1 backups offered, one window died").arg(pending.size());
-        if (d.printed("opened ") && QFile::encodeName(pending.first().backupPath) != d.value("opened "))
+        if (d.printed("opened ") &&
+            QFile::encodeName(pending.first().backupPath) != d.value("opened "))
             v->other << QStringLiteral("offered %1, not the dead window's backup")
                             .arg(pending.first().backupPath);
         if (d.printed("cancelled") || d.printed("applied"))
@@ -641,8 +668,8 @@ Reading readSingle(const Round &r, const Driver &d, const QList<BackupRecovery::
     }
     if (r.moment == Moment::Cancelling && d.printed("edited")) {
         // The Cancel was finished by the driver or by settle, or the image was never complete.
-        reading.expect = complete || d.printed("cancelled Restored") ? Expect::OpeningTree
-                                                                      : Expect::Either;
+        reading.expect =
+            complete || d.printed("cancelled Restored") ? Expect::OpeningTree : Expect::Either;
         return reading;
     }
     if (complete && r.moment != Moment::Applying)
@@ -676,11 +703,17 @@ Reading readReopening(const Round &r, const QByteArray &first, const Driver &sec
 
 Verdict checkReading(const Reading &reading, const Tree &w0, const Tree &now)
 {
-    const auto asSaved = [&] { return compareSaved(w0, now, reading.saved, reading.nextUnderWay, reading.total); };
-    const auto opening = [&] { return compareExact(w0, now, QStringLiteral("the opening tree")); };
+    const auto asSaved = [&] {
+        return compareSaved(w0, now, reading.saved, reading.nextUnderWay, reading.total);
+    };
+    const auto opening = [&] {
+        return compareExact(w0, now, QStringLiteral("the opening tree"));
+    };
     switch (reading.expect) {
-    case Expect::OpeningTree: return opening();
-    case Expect::AsSaved: return asSaved();
+    case Expect::OpeningTree:
+        return opening();
+    case Expect::AsSaved:
+        return asSaved();
     case Expect::Either: {
         const Verdict a = opening();
         if (a.ok())
@@ -710,7 +743,12 @@ Verdict checkSurroundings(const Scene &scene, const Tree &outside0, const Tree &
     }
     for (const QString &name : TreeState::names(scene.temp.path())) {
         const QString path = scene.temp.path() + QLatin1Char('/') + name;
-        const QStringList inside = TreeState::names(path);
+        QStringList inside = TreeState::names(path);
+        // A backup's owner file says whose it is: one without a whole one is claimed by nobody.
+        if (inside.contains(QStringLiteral("owner")))
+            inside.replace(inside.indexOf(QStringLiteral("owner")),
+                           QStringLiteral("owner of %1 bytes")
+                               .arg(QFileInfo(path + QStringLiteral("/owner")).size()));
         v.orphans << QStringLiteral("%1 left in the temporary folder (holding %2)")
                          .arg(name, inside.join(QStringLiteral(", ")));
     }
@@ -754,10 +792,10 @@ RoundResult runRound(const Round &r, const Timing &timing, int files)
     QByteArray firstBackup;
     QString firstStory;
     if (r.moment == Moment::Reopening) {
-        Driver first(scene, {QStringLiteral("open"), QStringLiteral("wait"), QStringLiteral("edit")},
-                     false, r.saves);
+        Driver first(scene, "open,wait,edit", false, r.saves);
         if (!first.waitFor("done"))
-            result.verdict.other << QStringLiteral("the first window did not finish: ") + first.story();
+            result.verdict.other << QStringLiteral("the first window did not finish: ") +
+                                        first.story();
         first.killAfter(0);
         ++result.kills;
         firstBackup = first.value("opened ");
@@ -769,31 +807,38 @@ RoundResult runRound(const Round &r, const Timing &timing, int files)
     const qint64 delay = aim.windowUs > 0 ? qint64(rng.bounded(quint64(aim.windowUs))) : 0;
     Driver driver(scene, phasesFor(r.moment), r.driverGoBack, r.saves);
     if (!driver.waitFor(aim.after))
-        result.verdict.other << QStringLiteral("the driver never printed \"%1\"")
-                                    .arg(QString::fromUtf8(aim.after));
+        result.verdict.other
+            << QStringLiteral("the driver never printed \"%1\"").arg(QString::fromUtf8(aim.after));
     driver.killAfter(delay);
     ++result.kills;
-    result.story = firstStory + QStringLiteral("killed %1us after \"%2\" (window %3us): ")
-                                    .arg(delay)
-                                    .arg(QString::fromUtf8(aim.after))
-                                    .arg(aim.windowUs) +
+    result.story = firstStory +
+                   QStringLiteral("killed %1us after \"%2\" (window %3us): ")
+                       .arg(delay)
+                       .arg(QString::fromUtf8(aim.after))
+                       .arg(aim.windowUs) +
                    driver.story();
 
     // The next opening.
-    const QList<BackupRecovery::Pending> pending = BackupRecovery::settle(scene.ws(), scene.temp.path());
+    const QList<BackupRecovery::Pending> pending =
+        BackupRecovery::settle(scene.ws(), scene.temp.path());
     const Tree settled = TreeState::capture(scene.ws());
     const Reading reading = r.moment == Moment::Reopening
                                 ? readReopening(r, firstBackup, driver, pending, &result.verdict)
                                 : readSingle(r, driver, pending, &result.verdict);
     result.verdict.add(checkReading(reading, w0, settled));
+    result.offered = !pending.isEmpty();
+    result.settleCancelled = r.moment == Moment::Cancelling && pending.isEmpty() &&
+                             !driver.printed("cancelled") && settled == w0;
     result.summary = QStringLiteral("killed %1 us after \"%2\", last line \"%3\"; %4 pending; "
                                     "expects %5")
                          .arg(delay)
                          .arg(QString::fromUtf8(aim.after), QString::fromUtf8(driver.lastLine()))
                          .arg(pending.size())
-                         .arg(QLatin1String(expectName(int(reading.expect))));
+                         .arg(QLatin1String(expectName(reading.expect)));
 
     const Decision decision = decide(scene.ws(), pending, r.goBack);
+    // Removals go on in the background; the window's process waits for them before it exits.
+    BackupRecovery::waitForCleanUp();
     const Tree now = TreeState::capture(scene.ws());
     if (decision.target.isEmpty()) {
         result.verdict.add(compareExact(settled, now, QStringLiteral("untouched by keeping")));
@@ -803,9 +848,15 @@ RoundResult runRound(const Round &r, const Timing &timing, int files)
         result.verdict.add(compareExact(w0, now, QStringLiteral("the opening tree, gone back to")));
     } else {
         // The second window's backup holds the workspace as that window found it.
-        result.verdict.add(compareExact(settled, now, QStringLiteral("the tree the second window opened on")));
+        result.verdict.add(
+            compareExact(settled, now, QStringLiteral("the tree the second window opened on")));
     }
     result.verdict.add(checkSurroundings(scene, outside0, now));
+    for (auto it = settled.cbegin(); it != settled.cend(); ++it) {
+        if (isSaveTemporary(it.key()) && !now.contains(it.key()))
+            result.verdict.orphans
+                << QStringLiteral("save temporary %1 left by settle").arg(it.key());
+    }
     return result;
 }
 
@@ -815,7 +866,7 @@ Timing calibrate(int files)
     {
         Scene scene;
         buildWorkspace(scene, 4242, files);
-        Driver d(scene, {"open", "edit", "cancel"}, false);
+        Driver d(scene, "open,edit,cancel", false);
         d.waitFor("done");
         t.opening = d.timeOf("opened");
         t.capture = d.timeOf("captured") - t.opening;
@@ -825,29 +876,47 @@ Timing calibrate(int files)
     {
         Scene scene;
         buildWorkspace(scene, 4244, files);
-        Driver d(scene, {"open", "edit", "cancel"}, false, QuickSaves);
+        Driver d(scene, "open,edit,cancel", false, QuickSaves);
         d.waitFor("done");
         t.quickCancel = d.timeOf("cancelled") - d.timeOf("edited");
     }
     {
         Scene scene;
         buildWorkspace(scene, 4243, files);
-        Driver d(scene, {"open", "edit", "ok"}, false);
+        Driver d(scene, "open,edit,ok", false);
         d.waitFor("done");
         t.apply = d.timeOf("applied") - d.timeOf("edited");
-        Driver first(scene, {"open", "wait", "edit"}, false);
+        Driver first(scene, "open,wait,edit", false);
         first.waitFor("done");
         first.killAfter(0);
-        Driver second(scene, {"open", "wait"}, true);
+        Driver second(scene, "open,wait", true);
         second.waitFor("done");
-        t.reopening = second.timeOf("captured");
+        t.reopening = second.timeOf("waited"); // the image's own line may come after
         second.killAfter(0);
     }
-    // A floor, so that a window is never empty on a fast disk.
-    for (qint64 *span :
-         {&t.opening, &t.capture, &t.saving, &t.cancel, &t.quickCancel, &t.apply, &t.reopening})
-        *span = qMax<qint64>(*span, 2000);
+    // A floor, so that a window is never empty on a fast disk; a line that never came (a
+    // driver that went astray, the suite reports it in the rounds) leaves a rough guess.
+    const Timing guess{10000, 300000, 300000, 20000, 300000, 20000, 300000};
+    for (qint64 Timing::*span :
+         {&Timing::opening, &Timing::capture, &Timing::saving, &Timing::cancel,
+          &Timing::quickCancel, &Timing::apply, &Timing::reopening}) {
+        if (t.*span <= 0)
+            t.*span = guess.*span;
+        t.*span = qMax<qint64>(t.*span, 2000);
+    }
     return t;
+}
+
+// What a workspace of that many random files comes to, for the record of a run.
+QString workspaceText(int files)
+{
+    Scene scene;
+    buildWorkspace(scene, 4242, files);
+    const Tree tree = TreeState::capture(scene.ws());
+    qint64 bytes = 0;
+    for (const TreeState::Entry &entry : tree)
+        bytes += entry.size;
+    return QStringLiteral("%1 entries, %2 MB").arg(tree.size()).arg(bytes / 1e6, 0, 'f', 1);
 }
 
 QString timingText(const Timing &t)
@@ -877,8 +946,9 @@ QProcessEnvironment hostEnvironment(const QString &temp, const QString &runtime)
 
 QStringList hostArguments(const Scene &scene, const QString &recovery, bool quitWhenShown)
 {
-    QStringList args{QStringLiteral("--workspace"), scene.ws(), QStringLiteral("--bundle"),
-                     QStringLiteral(IMG_BUNDLE_DIR), QStringLiteral("--recovery"), recovery};
+    QStringList args{QStringLiteral("--workspace"), scene.ws(),
+                     QStringLiteral("--bundle"),    QStringLiteral(IMG_BUNDLE_DIR),
+                     QStringLiteral("--recovery"),  recovery};
     if (quitWhenShown)
         args << QStringLiteral("--quit-when-shown");
     return args;
@@ -956,7 +1026,9 @@ void TestKillRecovery::killedWindowIsSettled_data()
     // Every file holds one whole version; going back gives the opening tree exactly, keeping
     // leaves the saves.
     for (quint32 i = 0; i < 14; ++i)
-        row(QStringLiteral("saving %1, %2: whole versions, or the opening tree").arg(i).arg(answer(i)),
+        row(QStringLiteral("saving %1, %2: whole versions, or the opening tree")
+                .arg(i)
+                .arg(answer(i)),
             Moment::Saving, i % 2 == 0, 200 + i);
     // Settle finishes a Cancel that was under way; before its mark the workspace is as saved.
     // After a few quick saves Cancel first waits for the image, so the kill may land there.
@@ -997,7 +1069,8 @@ void TestKillRecovery::killedHostIsSettled_data()
     QTest::addColumn<bool>("goBack");
     QTest::addColumn<bool>("whileTaking"); // killed while the backup is taken, else once complete
     QTest::addColumn<quint32>("seed");
-    QTest::newRow("killed while its backup is taken, next window answers go back") << true << true << 601u;
+    QTest::newRow("killed while its backup is taken, next window answers go back")
+        << true << true << 601u;
     QTest::newRow("killed with the window open, next window goes back") << true << false << 602u;
     QTest::newRow("killed while its backup is taken, next window keeps") << false << true << 603u;
     QTest::newRow("killed with the window open, next window keeps") << false << false << 604u;
@@ -1042,8 +1115,8 @@ void TestKillRecovery::killedHostIsSettled()
     const bool wasComplete = QFileInfo::exists(backup + QStringLiteral("/complete"));
     const Tree killed = TreeState::capture(scene.ws());
 
-    const QByteArray next = runHostToEnd(scene, runtime.path(),
-                                         goBack ? QStringLiteral("go-back") : QStringLiteral("keep"));
+    const QByteArray next = runHostToEnd(
+        scene, runtime.path(), goBack ? QStringLiteral("go-back") : QStringLiteral("keep"));
     QVERIFY2(next.contains("window shown") && next.contains("closeMode: 0"), next.constData());
     const Tree now = TreeState::capture(scene.ws());
     // Only a complete backup is gone back to; after one that was still being taken the
@@ -1067,9 +1140,13 @@ void TestKillRecovery::randomRounds()
     const quint32 firstSeed = qEnvironmentVariableIsSet("KILL_SEED")
                                   ? quint32(qEnvironmentVariableIntValue("KILL_SEED"))
                                   : QRandomGenerator::global()->generate() % 1000000000u;
-    std::printf("kill rounds from seed %u, %d files a workspace; %s\n", firstSeed, m_files,
-                qPrintable(timingText(m_timing)));
+    std::printf("kill rounds from seed %u, workspaces of %d random files (%s); %s\n", firstSeed,
+                m_files, qPrintable(workspaceText(m_files)), qPrintable(timingText(m_timing)));
     int kills = 0, damaged = 0, incomplete = 0, outside = 0, orphans = 0, other = 0;
+    int offered = 0, settleCancelled = 0;
+    int byMoment[5] = {};
+    QElapsedTimer clock;
+    clock.start();
     for (int i = 0; i < rounds; ++i) {
         const quint32 seed = firstSeed + quint32(i);
         QRandomGenerator rng(seed);
@@ -1077,9 +1154,14 @@ void TestKillRecovery::randomRounds()
         round.moment = Moment(rng.bounded(5));
         round.goBack = rng.bounded(2) == 0;
         round.driverGoBack = rng.bounded(2) == 0;
+        if (round.moment == Moment::Cancelling && rng.bounded(2) == 0)
+            round.saves = QuickSaves;
         round.seed = seed;
         const RoundResult result = runRound(round, m_timing, m_files);
         ++kills;
+        ++byMoment[int(round.moment)];
+        offered += result.offered;
+        settleCancelled += result.settleCancelled;
         damaged += !result.verdict.damaged.isEmpty();
         incomplete += !result.verdict.incomplete.isEmpty();
         outside += !result.verdict.outside.isEmpty();
@@ -1088,13 +1170,21 @@ void TestKillRecovery::randomRounds()
         if (!result.verdict.ok())
             std::printf("round %d (%s):\n%s\n  %s\n", i, qPrintable(describe(round)),
                         qPrintable(result.verdict.text()), qPrintable(result.story));
-        if ((i + 1) % 100 == 0)
-            std::printf("... %d rounds\n", i + 1);
+        if ((i + 1) % 100 == 0 && i + 1 < rounds) {
+            // The machine's load changes over a long run: the kills are aimed anew.
+            m_timing = calibrate(m_files);
+            std::printf("... %d rounds in %lld s; %s\n", i + 1, clock.elapsed() / 1000,
+                        qPrintable(timingText(m_timing)));
+        }
         std::fflush(stdout);
     }
+    std::printf("killed while opening %d, saving %d, cancelling %d, applying %d, reopening %d; "
+                "a backup offered after %d, a Cancel finished by settle after %d\n",
+                byMoment[0], byMoment[1], byMoment[2], byMoment[3], byMoment[4], offered,
+                settleCancelled);
     std::printf("other problems: %d\n", other);
-    std::printf("kills: %d, damaged: %d, incomplete: %d, outside changed: %d, orphans: %d\n",
-                kills, damaged, incomplete, outside, orphans);
+    std::printf("kills: %d, damaged: %d, incomplete: %d, outside changed: %d, orphans: %d\n", kills,
+                damaged, incomplete, outside, orphans);
     std::fflush(stdout);
     QVERIFY(damaged + incomplete + outside + orphans + other == 0);
 }

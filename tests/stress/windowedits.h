@@ -36,11 +36,16 @@ inline QString imageName(int image)
 inline QString targetOf(int save)
 {
     switch (kindOf(save)) {
-    case Kind::Settings: return QStringLiteral("settings.dat");
-    case Kind::Script: return QStringLiteral("config.js");
-    case Kind::Description: return QStringLiteral("img.xml");
-    case Kind::Page: return QStringLiteral("index.html");
-    case Kind::Image: break;
+    case Kind::Settings:
+        return QStringLiteral("settings.dat");
+    case Kind::Script:
+        return QStringLiteral("config.js");
+    case Kind::Description:
+        return QStringLiteral("img.xml");
+    case Kind::Page:
+        return QStringLiteral("index.html");
+    case Kind::Image:
+        break;
     }
     return imageName(imageOf(save));
 }
@@ -63,8 +68,8 @@ inline QByteArray contentOf(int save)
     switch (kindOf(save)) {
     case Kind::Settings:
         // The position file as the window writes it: four margins, opacity, layer.
-        return QString::asprintf("%.1f\n%.1f\n%.1f\n%.1f\n%.1f\n%i", 10.0 + save, 20.0, 30.0,
-                                 15.0, double(save % 100), save % 2)
+        return QString::asprintf("%.1f\n%.1f\n%.1f\n%.1f\n%.1f\n%i", 10.0 + save, 20.0, 30.0, 15.0,
+                                 double(save % 100), save % 2)
             .toUtf8();
     case Kind::Script: {
         QByteArray js = bom() + "var imgPluginConfig = {\"save\": " + QByteArray::number(save) +
