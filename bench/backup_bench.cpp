@@ -61,8 +61,16 @@ void makeTree(const QString &root, int count)
         settings.write("10.0\n20.0\n30.0\n15.0\n0.0\n1");
 }
 
+// Every timed run starts with nothing waiting to be written back, so that no run pays for the
+// writes of the one before.
+void settle()
+{
+    ::sync();
+}
+
 double timeCommand(const QString &program, const QStringList &args)
 {
+    settle();
     QElapsedTimer clock;
     clock.start();
     QProcess::execute(program, args);
@@ -90,6 +98,7 @@ BackupFigures backupAndCancel(const QString &ws, const QString &temp)
     std::vector<double> backups;
     std::vector<double> cancels;
     for (int i = 0; i < Runs; ++i) {
+        settle();
         SettingsBackup backup(ws, temp);
         QElapsedTimer clock;
         clock.start();
@@ -98,6 +107,7 @@ BackupFigures backupAndCancel(const QString &ws, const QString &temp)
         backups.push_back(double(clock.nsecsElapsed()) / 1e6);
         FileOps::writeAtomically(ws + QStringLiteral("/settings.dat"),
                                  "50.0\n20.0\n30.0\n15.0\n0.0\n1");
+        settle();
         clock.restart();
         backup.restore();
         cancels.push_back(double(clock.nsecsElapsed()) / 1e6);
@@ -109,6 +119,7 @@ double shownTime(const QString &host, const QString &bundle, const QString &ws)
 {
     std::vector<double> runs;
     for (int i = 0; i < Runs; ++i) {
+        settle();
         QProcess process;
         QElapsedTimer clock;
         clock.start();
