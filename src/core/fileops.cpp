@@ -93,22 +93,6 @@ int createTemporary(const QByteArray &folder, const QByteArray &name, QByteArray
     return -1;
 }
 
-bool writeFully(int fd, const QByteArray &data)
-{
-    const char *p = data.constData();
-    qsizetype left = data.size();
-    while (left > 0) {
-        const ssize_t n = ::write(fd, p, size_t(left));
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return false;
-        p += n;
-        left -= n;
-    }
-    return true;
-}
-
 } // namespace
 
 QStringList subpaths(const QString &folder)
@@ -198,7 +182,7 @@ bool writeAtomically(const QString &path, const QByteArray &data)
     // A regular file that is replaced keeps its permissions; a link or anything else at the
     // target is replaced by the rename itself, never written through.
     struct stat old;
-    bool ok = writeFully(fd, data);
+    bool ok = TreeCopy::writeAll(fd, data.constData(), data.size());
     if (ok && ::lstat(target.constData(), &old) == 0 && S_ISREG(old.st_mode))
         ok = ::fchmod(fd, old.st_mode & 07777) == 0;
     ok = ok && ::fsync(fd) == 0;

@@ -47,6 +47,16 @@ bool setTimes(const QByteArray &path, const struct stat &st)
     return utimensat(AT_FDCWD, path.constData(), times, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
+// Runs a system call again while a signal interrupts it.
+template<typename Call> ssize_t retrying(Call call)
+{
+    ssize_t n;
+    do {
+        n = call();
+    } while (n < 0 && errno == EINTR);
+    return n;
+}
+
 // The kernel's own copy (a clone where the file system shares blocks); false with errno when
 // neither works, so that the caller falls back to read and write.
 bool kernelCopy(int in, int out)
@@ -54,16 +64,11 @@ bool kernelCopy(int in, int out)
 #ifdef __linux__
     if (ioctl(out, FICLONE, in) == 0)
         return true;
-    for (;;) {
-        const ssize_t n = copy_file_range(in, nullptr, out, nullptr, CopyChunk, 0);
-        if (n == 0)
-            return true;
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            return false;
-        }
+    ssize_t n;
+    while ((n = retrying(
+                [&] { return copy_file_range(in, nullptr, out, nullptr, CopyChunk, 0); })) > 0) {
     }
+    return n == 0;
 #else
     Q_UNUSED(in)
     Q_UNUSED(out)
@@ -72,38 +77,17 @@ bool kernelCopy(int in, int out)
 #endif
 }
 
-bool writeAll(int fd, const char *data, size_t size)
-{
-    while (size > 0) {
-        const ssize_t n = ::write(fd, data, size);
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            return false;
-        }
-        data += n;
-        size -= size_t(n);
-    }
-    return true;
-}
-
 bool plainCopy(int in, int out)
 {
     if (lseek(in, 0, SEEK_SET) < 0 || ftruncate(out, 0) != 0 || lseek(out, 0, SEEK_SET) < 0)
         return false;
     std::vector<char> buffer(CopyChunk);
-    for (;;) {
-        const ssize_t n = ::read(in, buffer.data(), buffer.size());
-        if (n == 0)
-            return true;
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            return false;
-        }
-        if (!writeAll(out, buffer.data(), size_t(n)))
+    ssize_t n;
+    while ((n = retrying([&] { return ::read(in, buffer.data(), buffer.size()); })) > 0) {
+        if (!writeAll(out, buffer.data(), n))
             return false;
     }
+    return n == 0;
 }
 
 bool copyBytes(int in, int out)
@@ -207,6 +191,18 @@ bool listFolder(const QByteArray &path, QList<QByteArray> *names)
 }
 
 } // namespace
+
+bool writeAll(int fd, const char *data, qint64 size)
+{
+    while (size > 0) {
+        const ssize_t n = retrying([&] { return ::write(fd, data, size_t(size)); });
+        if (n <= 0)
+            return false;
+        data += n;
+        size -= n;
+    }
+    return true;
+}
 
 bool entryStat(const QByteArray &path, struct stat *st)
 {

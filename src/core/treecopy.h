@@ -20,6 +20,10 @@ enum class Result {
     Failed,      // the target could not be written (disk full, no access): the copy is not exact
 };
 
+// Writes all of data to the descriptor, again after interruptions; false on an error (a full
+// disk among them).
+bool writeAll(int fd, const char *data, qint64 size);
+
 // The lstat() of path; false when nothing is there.
 bool entryStat(const QByteArray &path, struct stat *st);
 
