@@ -444,8 +444,9 @@ void PluginSettingsDelegate::clearBackupSettings()
 int PluginSettingsDelegate::restoreWithProgress(
     const std::function<int(const std::function<void(qint64, qint64)> &)> &work)
 {
-    // The restore runs on a thread of its own so that the window keeps painting; it takes no
-    // input meanwhile, and a progress dialog appears when it takes more than half a second.
+    // The restore runs on a thread of its own so that the window keeps painting; the loop that
+    // waits for it takes no input, and a progress dialog appears when it takes more than half a
+    // second.
     const QString label = QStringLiteral("Restoring the workspace…");
     QProgressDialog dialog(loadAppString(label, label), QString(), 0, 0,
                            m_window && m_window->isVisible() ? m_window.get() : nullptr);
@@ -454,9 +455,6 @@ int PluginSettingsDelegate::restoreWithProgress(
     dialog.setMinimumDuration(500);
     dialog.setAutoClose(false);
     dialog.setAutoReset(false);
-    const bool wasEnabled = m_window && m_window->isEnabled();
-    if (m_window)
-        m_window->setEnabled(false);
     int outcome = 0;
     QEventLoop loop;
     std::unique_ptr<QThread> thread(QThread::create([&] {
@@ -474,8 +472,6 @@ int PluginSettingsDelegate::restoreWithProgress(
     thread->start();
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     thread->wait();
-    if (m_window)
-        m_window->setEnabled(wasEnabled);
     return outcome;
 }
 
