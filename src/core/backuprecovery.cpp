@@ -1,5 +1,6 @@
 #include "backuprecovery.h"
 
+#include "backupfolder.h"
 #include "treecopy.h"
 
 #include <QDir>
@@ -26,14 +27,6 @@ namespace BackupRecovery {
 
 namespace {
 
-// The files of a backup folder (see SettingsBackup).
-const QByteArray OwnerFile = "/owner";
-const QByteArray LockFile = "/lock";
-const QByteArray TreeFolder = "/tree";
-const QByteArray CompleteFile = "/complete";
-const QByteArray KeptFile = "/kept";
-const QByteArray CancelFile = "/cancel";
-const QByteArray RestoredFile = "/restored";
 const QByteArray DiscardSuffix = ".discard";
 
 // Removes trees on a thread of its own, so that Cancel and OK return once the workspace is right
@@ -123,40 +116,8 @@ void discardFolder(const QByteArray &backup)
         return;
     }
     // Cannot be renamed: it stops counting as complete before anything else of it goes.
-    ::unlink((backup + CompleteFile).constData());
+    ::unlink((backup + BackupFolder::Complete).constData());
     TreeCopy::removeTree(backup);
-}
-
-QByteArray nativeAbsolute(const QString &path)
-{
-    return QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
-}
-
-QByteArray readSmallFile(const QByteArray &path)
-{
-    const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0)
-        return {};
-    struct stat st;
-    QByteArray data;
-    if (fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size < 1024 * 1024) {
-        data.resize(st.st_size);
-        const ssize_t n = ::read(fd, data.data(), size_t(data.size()));
-        data.resize(n < 0 ? 0 : n);
-    }
-    ::close(fd);
-    return data;
-}
-
-bool writeSmallFile(const QByteArray &path, const QByteArray &data)
-{
-    const int fd =
-        ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (fd < 0)
-        return false;
-    const bool ok =
-        ::write(fd, data.constData(), size_t(data.size())) == data.size() && fdatasync(fd) == 0;
-    return ::close(fd) == 0 && ok;
 }
 
 bool exists(const QByteArray &path)
@@ -200,7 +161,8 @@ QByteArray parentOf(const QByteArray &path)
 // A dead window no longer holds its backup's lock.
 bool isAlive(const QByteArray &backup)
 {
-    const int fd = ::open((backup + LockFile).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+    const int fd =
+        ::open((backup + BackupFolder::Lock).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
     if (fd < 0)
         return false;
     const bool locked = flock(fd, LOCK_EX | LOCK_NB) != 0;
@@ -213,7 +175,7 @@ bool isAlive(const QByteArray &backup)
 void carryKeptEntries(const QByteArray &workSpace, const QByteArray &backup,
                       const QByteArray &restored)
 {
-    const QList<QByteArray> kept = readSmallFile(backup + KeptFile).split('\0');
+    const QList<QByteArray> kept = BackupFolder::readMark(backup + BackupFolder::Kept).split('\0');
     for (const QByteArray &rel : kept) {
         if (rel.isEmpty())
             continue;
@@ -275,7 +237,8 @@ bool isBeingMade(const QString &name, const QByteArray &path)
     if (isAlive(path))
         return true;
     const pid_t maker = pid_t(name.section(QLatin1Char('-'), -1).chopped(4).toLongLong());
-    return !exists(path + LockFile) && maker > 0 && (::kill(maker, 0) == 0 || errno == EPERM);
+    return !exists(path + BackupFolder::Lock) && maker > 0 &&
+           (::kill(maker, 0) == 0 || errno == EPERM);
 }
 
 bool isDiscardedName(const QString &name)
@@ -288,11 +251,11 @@ bool isDiscardedName(const QString &name)
 // and the backup is gone.
 bool settleSwap(const QByteArray &workSpace, const QByteArray &backup, const Siblings &siblings)
 {
-    const QByteArray restored = readSmallFile(backup + RestoredFile);
+    const QByteArray restored = BackupFolder::readMark(backup + BackupFolder::Restored);
     if (restored.isEmpty())
         return false;
     if (identity(workSpace) != restored && !exists(workSpace)) {
-        for (const QByteArray &candidate : {siblings.staging, backup + TreeFolder}) {
+        for (const QByteArray &candidate : {siblings.staging, backup + BackupFolder::Tree}) {
             if (identity(candidate) == restored)
                 ::rename(candidate.constData(), workSpace.constData());
         }
@@ -336,7 +299,7 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
     QList<Pending> pending;
     if (workSpace.isEmpty())
         return pending;
-    const QByteArray ws = nativeAbsolute(workSpace);
+    const QByteArray ws = BackupFolder::nativeAbsolute(workSpace);
     const QString tempPath = tempDir.isEmpty() ? QDir::tempPath() : tempDir;
     if (tempPath.isEmpty() || QDir::isRelativePath(tempPath)) {
         removeStaleTemporaries(workSpace);
@@ -366,7 +329,7 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
         const QByteArray backup = QFile::encodeName(temp.filePath(name));
         struct stat st;
         if (!TreeCopy::entryStat(backup, &st) || !S_ISDIR(st.st_mode) || st.st_uid != geteuid() ||
-            readSmallFile(backup + OwnerFile) != ws || isAlive(backup))
+            BackupFolder::readMark(backup + BackupFolder::Owner) != ws || isAlive(backup))
             continue;
         const Siblings siblings = siblingsOf(ws, backup);
         if (settleSwap(ws, backup, siblings))
@@ -374,10 +337,10 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
         if (!exists(ws) && exists(siblings.parked))
             ::rename(siblings.parked.constData(), ws.constData());
         TreeCopy::removeTree(siblings.staging);
-        if (!exists(backup + CompleteFile)) {
+        if (!exists(backup + BackupFolder::Complete)) {
             qCDebug(lcRecovery) << "removing the incomplete backup" << backup;
             discardFolder(backup);
-        } else if (exists(backup + CancelFile)) {
+        } else if (exists(backup + BackupFolder::Cancel)) {
             // The author had chosen Cancel: that is finished now, without asking again.
             goBack(workSpace, QFile::decodeName(backup));
         } else {
@@ -393,13 +356,13 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
 SettingsBackup::Outcome goBack(const QString &workSpace, const QString &backupPath,
                                const SettingsBackup::Progress &progress)
 {
-    const QByteArray ws = nativeAbsolute(workSpace);
+    const QByteArray ws = BackupFolder::nativeAbsolute(workSpace);
     const QByteArray backup = QFile::encodeName(backupPath);
-    const QByteArray tree = backup + TreeFolder;
-    if (workSpace.isEmpty() || !exists(backup + CompleteFile) || !exists(tree))
+    const QByteArray tree = backup + BackupFolder::Tree;
+    if (workSpace.isEmpty() || !exists(backup + BackupFolder::Complete) || !exists(tree))
         return SettingsBackup::Outcome::NothingToUndo;
-    const qint64 total = readSmallFile(backup + CompleteFile).toLongLong();
-    writeSmallFile(backup + CancelFile, QByteArray());
+    const qint64 total = BackupFolder::readMark(backup + BackupFolder::Complete).toLongLong();
+    BackupFolder::writeMark(backup + BackupFolder::Cancel, QByteArray(), true);
     const Siblings siblings = siblingsOf(ws, backup);
     TreeCopy::removeTree(siblings.staging);
     QByteArray restored = tree;
@@ -413,20 +376,21 @@ SettingsBackup::Outcome goBack(const QString &workSpace, const QString &backupPa
         if (TreeCopy::copyTree(tree, siblings.staging, step) != TreeCopy::Result::Done) {
             qCDebug(lcRecovery) << "cannot make the restored copy of" << ws;
             TreeCopy::removeTree(siblings.staging);
-            ::unlink((backup + CancelFile).constData()); // asked again at the next opening
+            ::unlink(
+                (backup + BackupFolder::Cancel).constData()); // asked again at the next opening
             return SettingsBackup::Outcome::Failed;
         }
         restored = siblings.staging;
     }
     carryKeptEntries(ws, backup, restored);
-    writeSmallFile(backup + RestoredFile, identity(restored));
+    BackupFolder::writeMark(backup + BackupFolder::Restored, identity(restored), true);
     const QByteArray old = swapIn(ws, restored, siblings.parked);
-    if (identity(ws) != readSmallFile(backup + RestoredFile)) {
+    if (identity(ws) != BackupFolder::readMark(backup + BackupFolder::Restored)) {
         // Not swapped: the workspace is as it was, and the backup is offered again next time.
         if (restored != tree)
             removeLater(restored);
-        ::unlink((backup + RestoredFile).constData());
-        ::unlink((backup + CancelFile).constData());
+        ::unlink((backup + BackupFolder::Restored).constData());
+        ::unlink((backup + BackupFolder::Cancel).constData());
         return SettingsBackup::Outcome::Failed;
     }
     removeLater(old);

@@ -1,5 +1,6 @@
 #include "settingsbackup.h"
 
+#include "backupfolder.h"
 #include "backuprecovery.h"
 #include "treecopy.h"
 #include "writeguard.h"
@@ -32,21 +33,6 @@ Q_LOGGING_CATEGORY(lcBackup, "img.backup", QtWarningMsg)
 namespace {
 
 constexpr int MaxNameSuffix = 1000;
-
-QByteArray nativeAbsolute(const QString &path)
-{
-    return QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
-}
-
-bool writeSmallFile(const QByteArray &path, const QByteArray &data)
-{
-    const int fd =
-        ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (fd < 0)
-        return false;
-    const bool ok = ::write(fd, data.constData(), size_t(data.size())) == data.size();
-    return ::close(fd) == 0 && ok;
-}
 
 // Gives the ready folder at staging the backup name base, or base with "-1", "-2", ... when
 // that is taken. The rename never replaces anything, a link planted at the name included.
@@ -227,7 +213,7 @@ void SettingsBackup::Private::preserveLocked(const QByteArray &rel)
 
 void SettingsBackup::Private::preservePath(const QString &path)
 {
-    const QByteArray native = nativeAbsolute(path);
+    const QByteArray native = BackupFolder::nativeAbsolute(path);
     if (workSpace.isEmpty() || !native.startsWith(workSpace + '/'))
         return;
     const QMutexLocker lock(&mutex);
@@ -287,8 +273,8 @@ void SettingsBackup::Private::finishLocked()
         QByteArray keptList;
         for (const QByteArray &rel : std::as_const(kept))
             keptList += rel + '\0';
-        ok = writeSmallFile(folder + "/kept", keptList) &&
-             writeSmallFile(folder + "/complete", QByteArray::number(count));
+        ok = BackupFolder::writeMark(folder + BackupFolder::Kept, keptList) &&
+             BackupFolder::writeMark(folder + BackupFolder::Complete, QByteArray::number(count));
     }
     if (!ok) {
         // Never trusted, so it need not fill the disk any longer.
@@ -329,7 +315,7 @@ SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
     d->workSpaceText = workSpace;
     if (workSpace.isEmpty())
         return;
-    d->workSpace = nativeAbsolute(workSpace);
+    d->workSpace = BackupFolder::nativeAbsolute(workSpace);
     const auto micros = duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
     // Qt answers an empty path for a temporary folder that does not exist; a relative one would
     // put the backup wherever the host happens to run.
@@ -351,17 +337,17 @@ SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
         return;
     }
     chmod(staging.constData(), 0700);
-    d->lockFd = ::open((staging + "/lock").constData(),
+    d->lockFd = ::open((staging + BackupFolder::Lock).constData(),
                        O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (d->lockFd >= 0 && flock(d->lockFd, LOCK_EX | LOCK_NB) == 0 &&
-        writeSmallFile(staging + "/owner", d->workSpace))
+        BackupFolder::writeMark(staging + BackupFolder::Owner, d->workSpace))
         d->folder = nameFolder(staging, base);
     if (d->folder.isEmpty()) {
         d->unlock();
         TreeCopy::removeTree(staging);
         return;
     }
-    d->tree = d->folder + "/tree";
+    d->tree = d->folder + BackupFolder::Tree;
     d->state = State::Capturing;
 }
 

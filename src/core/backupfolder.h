@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// The layout of one backup folder, shared by the live backup and the recovery of a dead
+// window's backup (see SettingsBackup for what each entry means). Paths are in the file system's
+// own encoding.
+namespace BackupFolder {
+
+inline constexpr char Owner[] = "/owner";
+inline constexpr char Lock[] = "/lock";
+inline constexpr char Tree[] = "/tree";
+inline constexpr char Complete[] = "/complete";
+inline constexpr char Kept[] = "/kept";
+inline constexpr char Cancel[] = "/cancel";
+inline constexpr char Restored[] = "/restored";
+
+// The absolute, clean path of path, as the owner mark records a workspace.
+QByteArray nativeAbsolute(const QString &path);
+
+// A mark is a small file of the folder's own: written whole (flushed when it must outlive a
+// crash of the machine, not only of the process), read only when it is a regular file.
+bool writeMark(const QByteArray &path, const QByteArray &data, bool flush = false);
+QByteArray readMark(const QByteArray &path);
+
+} // namespace BackupFolder
