@@ -14,7 +14,6 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QLoggingCategory>
