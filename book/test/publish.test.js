@@ -188,3 +188,37 @@ for (const command of ['json', 'config', 'publish', 'scramble', 'unscramble']) {
     assert.ok(result.stdout.toString().startsWith(`Usage: imgbundle ${command}`));
   });
 }
+
+// Any legal file name gives valid script: the name comes back whole in both scripts, and the
+// preview's script parses as script, not only as the loader reads it.
+const awkwardNames = {
+  'a quote': 'my "best" photo.png',
+  'a backslash': 'a\\b.png',
+  'a tab': 'a\tb.png',
+  'a line separator': 'a\u2028b.png',
+  'code in a name': 'x"};globalThis.ran=1;".png',
+};
+
+for (const [name, file] of Object.entries(awkwardNames)) {
+  test(`an image named with ${name} stays a string in both scripts`, { skip: noTool }, (t) => {
+    const dir = tempDir(t);
+    const xmlText = file.replace(/&/g, '&amp;').replace(/</g, '&lt;');
+    fs.writeFileSync(path.join(dir, 'img.xml'),
+                     `<info><extended><src type="file">${xmlText}</src></extended></info>`, 'utf8');
+    fs.writeFileSync(path.join(dir, 'settings.dat'), '10.0\n20.0\n30.0\n15.0\n25.0\n2');
+    fs.writeFileSync(path.join(dir, file), 'png');
+    tool(['config', '--workspace', dir]);
+    tool(['publish', '--workspace', dir]);
+
+    const config = fs.readFileSync(path.join(dir, 'config.js'), 'utf8');
+    assert.equal(ImgPlugin.readSettings(config, 'config').extended.src, file);
+    const vm = require('node:vm');
+    const sandbox = {};
+    vm.runInNewContext(config.slice(BOM.length), sandbox);
+    assert.equal(sandbox.config.extended.src, file);
+    assert.equal(sandbox.ran, undefined);
+
+    const scrambled = fs.readFileSync(path.join(dir, 'bookPlugin.js'), 'latin1');
+    assert.equal(ImgPlugin.load(scrambled).extended.src, `files/plugin/${file}`);
+  });
+}

@@ -68,10 +68,29 @@ void appendKey(QString &out, QStringView name)
     out += QLatin1String("\":");
 }
 
-void appendQuoted(QString &out, QStringView value)
+// File values are written as JSON strings: a quote, a backslash, a control character and the
+// two separators that end a line of script are escaped, and nothing else. So every legal file
+// name (my "best" photo.png among them) gives valid script, and a name without those characters
+// gives the very bytes it always did.
+void appendFileText(QString &out, QStringView text)
+{
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u == u'"' || u == u'\\') {
+            out += u'\\';
+            out += c;
+        } else if (u < 0x20 || u == 0x2028 || u == 0x2029) {
+            out += QString::asprintf("\\u%04x", unsigned(u));
+        } else {
+            out += c;
+        }
+    }
+}
+
+void appendQuotedFile(QString &out, QStringView value)
 {
     out += u'"';
-    out += value;
+    appendFileText(out, value);
     out += u'"';
 }
 
@@ -118,11 +137,11 @@ void appendFile(QString &out, QStringView value, const QString &relatePath,
         QStringView leaf(value);
         while (leaf.startsWith(u'/'))
             leaf = leaf.mid(1);
-        out += base;
+        appendFileText(out, base);
         out += u'/';
-        out += leaf;
+        appendFileText(out, leaf);
     } else {
-        out += value;
+        appendFileText(out, value);
     }
     out += u'"';
 }
@@ -149,7 +168,7 @@ void appendTypedValue(QString &out, int code, QStringView value, const QString &
         break;
     case PropertyFile:
         if (relatePath.isEmpty())
-            appendQuoted(out, value);
+            appendQuotedFile(out, value);
         else
             appendFile(out, value, relatePath, workSpace);
         break;

@@ -423,6 +423,53 @@ private slots:
             QFile::remove(m_workspace.filePath(value));
     }
 
+    // A file value is a JSON string: a quote, a backslash, a control character and the two line
+    // separators are escaped, nothing else; by both readings of the description, in the preview's
+    // form and in the book's.
+    void fileNamesAreValidScript_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("escaped");
+        QTest::newRow("a quote") << QStringLiteral("my \"best\" photo.png")
+                                 << QStringLiteral("my \\\"best\\\" photo.png");
+        QTest::newRow("a backslash") << QStringLiteral("a\\b.png") << QStringLiteral("a\\\\b.png");
+        QTest::newRow("a tab") << QStringLiteral("a\tb.png") << QStringLiteral("a\\u0009b.png");
+        QTest::newRow("a line separator")
+            << QStringLiteral("a\u2028b.png") << QStringLiteral("a\\u2028b.png");
+        QTest::newRow("a paragraph separator")
+            << QStringLiteral("a\u2029b.png") << QStringLiteral("a\\u2029b.png");
+        QTest::newRow("code in a name stays a string")
+            << QStringLiteral("x\"};alert(1);\".png") << QStringLiteral("x\\\"};alert(1);\\\".png");
+        QTest::newRow("anything else is as it was")
+            << QStringLiteral("'<é> 画像 &.png") << QStringLiteral("'<é> 画像 &.png");
+    }
+    void fileNamesAreValidScript()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, escaped);
+        QFile file(m_workspace.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        QDomDocument doc;
+        QDomElement info = doc.createElement(QStringLiteral("info"));
+        info.appendChild(
+            generateXmlWithType(doc, QStringLiteral("src"), name, QStringLiteral("file")));
+        QString xml;
+        QTextStream stream(&xml);
+        info.save(stream, -1);
+        for (const QString &relatePath : {QString(), QStringLiteral("files/plugin")}) {
+            const QString expected =
+                QStringLiteral("{\"src\":\"%1%2\"}")
+                    .arg(relatePath.isEmpty() ? QString() : relatePath + QLatin1Char('/'), escaped);
+            PluginSettingsInfo settings;
+            settings.setWorkSpace(m_workspace.path());
+            QCOMPARE(settings.jsonFromXml(info, relatePath), expected);
+            QCOMPARE(XmlJson::jsonFromXmlText(xml.toUtf8(), relatePath, m_workspace.path()),
+                     expected);
+        }
+        QFile::remove(m_workspace.filePath(name));
+    }
+
     void malformedXmlGivesNoJson_data()
     {
         QTest::addColumn<QByteArray>("xml");
