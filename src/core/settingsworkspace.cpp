@@ -4,6 +4,7 @@
 #include "fileops.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcSettingsWorkspace, "img.settings.workspace", QtWarningMsg)
@@ -18,6 +19,18 @@ QString settingsFileToLoad(const QString &workSpace)
     if (FileOps::isRegularFile(settings))
         return settings;
     return dir.filePath(QStringLiteral("defaultsettings.dat"));
+}
+
+bool previewScriptIsStale(const QString &workSpace)
+{
+    if (workSpace.isEmpty() || !FileOps::isDir(workSpace))
+        return false;
+    const QFileInfo script(QDir(workSpace).filePath(QStringLiteral("config.js")));
+    if (!FileOps::isRegularFile(script.filePath()))
+        return true;
+    const QFileInfo position(settingsFileToLoad(workSpace));
+    return FileOps::isRegularFile(position.filePath()) &&
+           script.lastModified() < position.lastModified();
 }
 
 QString bundlePreviewPage(const QString &bundlePath)

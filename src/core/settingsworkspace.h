@@ -14,6 +14,10 @@ namespace SettingsWorkspace {
 // workSpace/"defaultsettings.dat" whether or not it exists.
 QString settingsFileToLoad(const QString &workSpace);
 
+// True when the workspace's "config.js" is missing, or older than the position file that
+// settingsFileToLoad() names: the preview would then not show the position the canvas shows.
+bool previewScriptIsStale(const QString &workSpace);
+
 // The bundle's preview page: <resources of bundlePath>/html/index.html.
 QString bundlePreviewPage(const QString &bundlePath);
 // Puts the bundle's preview page into the workspace: copied when the workspace has none,

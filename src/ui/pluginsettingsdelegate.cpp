@@ -225,6 +225,10 @@ bool PluginSettingsDelegate::awakeFromNib()
     }
 
     isChange = true; // the first tick loads the preview
+    // A new workspace has no preview script, and OK removes it: written now, before the backup,
+    // the first preview shows the position the canvas shows.
+    if (SettingsWorkspace::previewScriptIsStale(_workSpace))
+        writePreviewScript();
     saveInitialSettings();
     if (!_workSpace.isEmpty() &&
         QFileInfo::exists(QDir(_workSpace).filePath(QStringLiteral("settings.dat"))) &&
@@ -370,13 +374,18 @@ void PluginSettingsDelegate::saveGlobalSettings()
         ptRect->setLayer(layer < 0 ? 0 : layer);
         ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
         SettingsWorkspace::refreshPreviewPage(_workSpace, _bundlePath);
-        PluginSettingsInfo info;
-        info.setWorkSpace(_workSpace);
-        info.setIdentifier(kIdentifier);
-        info.setBundlePath(_bundlePath);
-        info.generateJSConfig(QString());
+        writePreviewScript();
     }
     isChange = true;
+}
+
+void PluginSettingsDelegate::writePreviewScript()
+{
+    PluginSettingsInfo info;
+    info.setWorkSpace(_workSpace);
+    info.setIdentifier(kIdentifier);
+    info.setBundlePath(_bundlePath);
+    info.generateJSConfig(QString());
 }
 
 void PluginSettingsDelegate::saveInitialSettings()

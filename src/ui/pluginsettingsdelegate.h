@@ -137,6 +137,8 @@ private:
     void refreshPreview();
     void closeWindow();
     void recoverWorkspace();
+    // Writes the preview's "config.js" from the description and the position file.
+    void writePreviewScript();
     void reportBackupFailure();
     int restoreWithProgress(
         const std::function<int(const std::function<void(qint64, qint64)> &)> &work);

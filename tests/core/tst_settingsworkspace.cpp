@@ -20,6 +20,8 @@ private slots:
     void settingsFileToLoad();
     void specialSettingsFileIsMissing_data();
     void specialSettingsFileIsMissing();
+    void previewScriptIsStale_data();
+    void previewScriptIsStale();
     void previewPageFollowsTheBundle_data();
     void previewPageFollowsTheBundle();
     void previewPageWithSpecialEntries_data();
@@ -31,6 +33,55 @@ private slots:
     void cleanKeepsExactlyTheKeepList();
     void emptyWorkspacePathTouchesNothing();
 };
+
+void TestSettingsWorkspace::previewScriptIsStale_data()
+{
+    // Entries and their modification times in seconds since 1970; "fifo" makes a FIFO.
+    QTest::addColumn<QStringList>("entries");
+    QTest::addColumn<QList<int>>("times");
+    QTest::addColumn<bool>("stale");
+    QTest::newRow("a new workspace has no script")
+        << QStringList{"defaultsettings.dat"} << QList<int>{100} << true;
+    QTest::newRow("a script older than settings.dat")
+        << QStringList{"settings.dat", "config.js"} << QList<int>{200, 100} << true;
+    QTest::newRow("a script as new as settings.dat")
+        << QStringList{"settings.dat", "config.js"} << QList<int>{200, 200} << false;
+    QTest::newRow("a script newer than settings.dat")
+        << QStringList{"settings.dat", "config.js"} << QList<int>{100, 200} << false;
+    QTest::newRow("without settings.dat the defaults count")
+        << QStringList{"defaultsettings.dat", "config.js"} << QList<int>{300, 200} << true;
+    QTest::newRow("an older defaults file does not count beside settings.dat")
+        << QStringList{"settings.dat", "defaultsettings.dat", "config.js"}
+        << QList<int>{100, 300, 200} << false;
+    QTest::newRow("no position file at all leaves the script alone")
+        << QStringList{"config.js"} << QList<int>{100} << false;
+    QTest::newRow("a FIFO in the script's place is no script")
+        << QStringList{"settings.dat", "fifo:config.js"} << QList<int>{100, 200} << true;
+}
+
+void TestSettingsWorkspace::previewScriptIsStale()
+{
+    QFETCH(QStringList, entries);
+    QFETCH(QList<int>, times);
+    QFETCH(bool, stale);
+    QTemporaryDir dir;
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        QString name = entries.at(i);
+        const bool fifo = name.startsWith(QLatin1String("fifo:"));
+        name.remove(QLatin1String("fifo:"));
+        const QString path = dir.filePath(name);
+        if (fifo) {
+            QVERIFY(SpecialEntries::makeFifo(path));
+            continue;
+        }
+        writeFile(path, "10.0\n20.0\n30.0\n15.0\n0.0\n1");
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::fromSecsSinceEpoch(times.at(i)),
+                                 QFileDevice::FileModificationTime));
+    }
+    QCOMPARE(SettingsWorkspace::previewScriptIsStale(dir.path()), stale);
+}
 
 void TestSettingsWorkspace::settingsFileToLoad_data()
 {
@@ -248,6 +299,7 @@ void TestSettingsWorkspace::cleanKeepsExactlyTheKeepList()
 
 void TestSettingsWorkspace::emptyWorkspacePathTouchesNothing()
 {
+    QVERIFY(!SettingsWorkspace::previewScriptIsStale(QString()));
     QTemporaryDir cwd;
     writeFile(cwd.filePath("index.html"), "mine");
     const QString previous = QDir::currentPath();

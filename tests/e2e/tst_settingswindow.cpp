@@ -666,7 +666,13 @@ void TestSettingsWindow::damagedSettingsFileLoadsAsZeros()
                           s.text("txtBottom"), s.text("txtTransparency")}),
              fields);
     s.click("btnCancel");
-    QCOMPARE(TreeSnapshot::take(ws), opening);
+    // The preview script older than the edited position file was written anew while the window
+    // opened, before its backup, so that the first preview showed this position; Cancel keeps it.
+    Tree closed = TreeSnapshot::take(ws);
+    QVERIFY(closed.take("config.js").startsWith("\xEF\xBB\xBFvar config={"));
+    Tree before = opening;
+    before.remove("config.js");
+    QCOMPARE(closed, before);
 }
 
 int main(int argc, char *argv[])

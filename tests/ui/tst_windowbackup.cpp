@@ -104,6 +104,7 @@ private slots:
     void cancelRightAfterOpeningWaitsForTheImage();
     void okDiscardsTheBackup();
     void staleSaveTemporariesGoAtOpening();
+    void firstPreviewHasThePositionOfTheCanvas();
 
 private:
     // A window that edited the workspace and died (its controller deleted without closing): the
@@ -349,6 +350,29 @@ void TestWindowBackup::staleSaveTemporariesGoAtOpening()
         QVERIFY2(!QFileInfo::exists(ws + QLatin1Char('/') + name), qPrintable(name));
     for (const QString &name : kept)
         QVERIFY2(QFileInfo::exists(ws + QLatin1Char('/') + name), qPrintable(name));
+    window->onCancel();
+}
+
+// A new workspace has no "config.js" and OK removes it: the window writes it while it opens,
+// before the backup, so that the first preview shows the canvas's position and Cancel keeps it.
+void TestWindowBackup::firstPreviewHasThePositionOfTheCanvas()
+{
+    const QString ws = m_tmp.filePath(QStringLiteral("first-preview"));
+    const QString script = ws + QStringLiteral("/config.js");
+    auto window = openWindow(ws);
+    QVERIFY(!QFileInfo::exists(ws + QStringLiteral("/settings.dat")));
+    const QByteArray opened = TreeState::bytesOf(script);
+    QVERIFY2(opened.contains("\"left\":\"10.0%\""), opened.constData());
+    window->onCancel();
+    QCOMPARE(TreeState::bytesOf(script), opened);
+
+    window = openWindow(ws);
+    typeInto(window->window(), "txtLeft", QStringLiteral("20"));
+    window->onOK();
+    QVERIFY(!QFileInfo::exists(script)); // the book does not need it
+    window = openWindow(ws);
+    QVERIFY2(TreeState::bytesOf(script).contains("\"left\":\"20.0%\""),
+             TreeState::bytesOf(script).constData());
     window->onCancel();
 }
 
