@@ -26,7 +26,8 @@
  *       (limited to 0..1), stacking (z-index) from the layer settings.layout, and the image from
  *       settings.properties.extended.src. A link (any "scheme:" text, "//host" or "/path") is
  *       used as it is; a file name is taken under options.filesBase ("files/plugin" in the book,
- *       "" in the preview) unless it already starts with it. Settings that are missing or
+ *       "" in the preview) unless it already starts with it; the folder itself (what an empty
+ *       file setting becomes in the book) is no image. Settings that are missing or
  *       unreadable leave that property alone; an empty src hides the image.
  *       The first call creates an <img> and appends it to pageElement (given position:
  *       relative when it is not positioned, by its computed style where the document has
@@ -237,6 +238,8 @@
     if (typeof src !== 'string' || src === '') return '';
     if (/^[A-Za-z][A-Za-z0-9+.-]*:/.test(src) || src.charAt(0) === '/') return src;
     var base = typeof filesBase === 'string' ? filesBase.replace(/\/+$/, '') : '';
+    // An empty file setting reaches the book as the plugin's folder itself: no image.
+    if (base !== '' && src.replace(/\/+$/, '') === base) return '';
     if (base === '' || src.slice(0, base.length + 1) === base + '/') return src;
     return base + '/' + src.replace(/^(\.\/)+/, '');
   }

@@ -139,3 +139,15 @@ test('the loader needs nothing but itself', () => {
   const source = fs.readFileSync(require.resolve('../imgplugin.js'), 'utf8');
   assert.doesNotMatch(source, /\brequire\s*\(|\bimport\s*[({'"\w]/);
 });
+
+for (const [name, src] of [['the plugin folder', 'files/plugin'],
+                           ['the plugin folder with a slash', 'files/plugin/']]) {
+  test(`image source: ${name} itself is no image`, () => {
+    const { element } = page();
+    const settings = settingsWith({ properties: { basic: {}, extended: { src } } });
+    const image = ImgPlugin.placeImage(element, settings, { filesBase: 'files/plugin' });
+    assert.equal(image.attributes.src, undefined);
+    assert.equal(image.style.display, 'none');
+    assert.equal(ImgPlugin.imageSource(src, 'files/plugin'), '');
+  });
+}

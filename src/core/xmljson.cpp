@@ -118,11 +118,12 @@ void appendBool(QString &out, QStringView value)
         out += NumberText::intValue(lower) != 0 ? QLatin1String("true") : QLatin1String("false");
 }
 
-// An empty value names no file: joined to the workspace it would name the workspace itself.
+// An empty value joined to the workspace names the workspace itself, which exists: in the book
+// it becomes the plugin's folder, which the book's loader takes for no image.
 bool fileExists(const QString &value, const QString &workSpace)
 {
     if (value.isEmpty())
-        return false;
+        return QFileInfo::exists(workSpace);
     return QFileInfo::exists(value) || QFileInfo::exists(workSpace + u'/' + value);
 }
 
@@ -138,8 +139,10 @@ void appendFile(QString &out, QStringView value, const QString &relatePath,
         while (leaf.startsWith(u'/'))
             leaf = leaf.mid(1);
         appendFileText(out, base);
-        out += u'/';
-        appendFileText(out, leaf);
+        if (!leaf.isEmpty()) {
+            out += u'/'; // appended as a path component: nothing is appended for nothing
+            appendFileText(out, leaf);
+        }
     } else {
         appendFileText(out, value);
     }

@@ -387,9 +387,13 @@ private slots:
             << "@abs"
             << "files/plugin"
             << "files/plugin@abs";
-        QTest::newRow("empty value names no file") << ""
-                                                   << "files/plugin"
-                                                   << "";
+        QTest::newRow("empty value names the workspace, so the plugin folder itself")
+            << ""
+            << "files/plugin"
+            << "files/plugin";
+        QTest::newRow("empty value in the preview stays empty") << ""
+                                                                << ""
+                                                                << "";
         QTest::newRow("name with blanks and accents")
             << QStringLiteral("my phöto 1.png") << "files/plugin"
             << QStringLiteral("files/plugin/my phöto 1.png");
