@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QFile>
 #include <QString>
 #include <QStringList>
+
+class QFile;
 
 // File-tree operations shared by the workspace, the logs and the backups. Like the rest of the
 // core they never raise: a failure is a false result or an empty list.

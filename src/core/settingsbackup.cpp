@@ -18,7 +18,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
@@ -170,15 +169,10 @@ void SettingsBackup::Private::takeSubtreeLocked(const QByteArray &rel)
             continue;
         if (!folderSet.contains(folder))
             continue;
-        DIR *dir = opendir(source(folder).constData());
-        if (!dir)
-            continue;
-        while (const dirent *entry = readdir(dir)) {
-            const QByteArray name(entry->d_name);
-            if (name != "." && name != "..")
-                pending.push_back(folder.isEmpty() ? name : folder + '/' + name);
-        }
-        closedir(dir);
+        QList<QByteArray> names;
+        TreeCopy::listFolder(source(folder), &names);
+        for (const QByteArray &name : std::as_const(names))
+            pending.push_back(folder.isEmpty() ? name : folder + '/' + name);
     }
 }
 
@@ -231,8 +225,8 @@ void SettingsBackup::Private::run()
     while (!pending.empty() && !stop) {
         const QByteArray folder = pending.back();
         pending.pop_back();
-        DIR *dir = opendir(source(folder).constData());
-        if (!dir) {
+        QList<QByteArray> names;
+        if (!TreeCopy::listFolder(source(folder), &names)) {
             // A folder that vanished meanwhile is simply not there; one we cannot read is a hole.
             if (errno != ENOENT) {
                 const QMutexLocker lock(&mutex);
@@ -240,10 +234,7 @@ void SettingsBackup::Private::run()
             }
             continue;
         }
-        while (const dirent *entry = readdir(dir)) {
-            const QByteArray name(entry->d_name);
-            if (name == "." || name == "..")
-                continue;
+        for (const QByteArray &name : std::as_const(names)) {
             const QByteArray rel = folder.isEmpty() ? name : folder + '/' + name;
             const QMutexLocker lock(&mutex);
             if (stop)
@@ -253,12 +244,14 @@ void SettingsBackup::Private::run()
             if (folderSet.contains(rel))
                 pending.push_back(rel);
         }
-        closedir(dir);
     }
     QMutexLocker lock(&mutex);
     finishLocked();
     const State end = state;
     lock.unlock();
+    // A finished image needs nothing more before a change: the saves of the rest of the session
+    // no longer pass through it.
+    removeGuard();
     if (finished)
         finished(end);
 }

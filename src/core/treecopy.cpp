@@ -175,7 +175,8 @@ Result copySpecial(const QByteArray &to, const struct stat &st)
     return setTimes(to, st) ? Result::Done : Result::Failed;
 }
 
-// The names in a folder, without "." and "..", in the file system's order.
+} // namespace
+
 bool listFolder(const QByteArray &path, QList<QByteArray> *names)
 {
     DIR *dir = opendir(path.constData());
@@ -189,8 +190,6 @@ bool listFolder(const QByteArray &path, QList<QByteArray> *names)
     closedir(dir);
     return true;
 }
-
-} // namespace
 
 bool writeAll(int fd, const char *data, qint64 size)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 
 #include <functional>
 #include <sys/stat.h>
@@ -23,6 +24,10 @@ enum class Result {
 // Writes all of data to the descriptor, again after interruptions; false on an error (a full
 // disk among them).
 bool writeAll(int fd, const char *data, qint64 size);
+
+// Appends the names in the folder at path, without "." and "..", in the file system's order;
+// false (errno set) when it cannot be read.
+bool listFolder(const QByteArray &path, QList<QByteArray> *names);
 
 // The lstat() of path; false when nothing is there.
 bool entryStat(const QByteArray &path, struct stat *st);

@@ -91,6 +91,12 @@ double sliderScale(const QSlider *slider)
     return ok && scale > 0 ? scale : 1.0;
 }
 
+// The backup's alerts: an English text is its own key in the strings table.
+void alert(const QString &message, const QString &text)
+{
+    LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
+}
+
 QString oneDecimal(double value)
 {
     return QString::asprintf("%.1f", value);
@@ -414,10 +420,9 @@ void PluginSettingsDelegate::reportBackupFailure()
     if (m_closed || m_backupFailureShown)
         return;
     m_backupFailureShown = true;
-    const QString message = QStringLiteral("The workspace could not be backed up.");
-    const QString text = QStringLiteral(
-        "Your changes are still saved as you make them, but Cancel will not be able to undo them.");
-    LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
+    alert(QStringLiteral("The workspace could not be backed up."),
+          QStringLiteral("Your changes are still saved as you make them, but Cancel will not be "
+                         "able to undo them."));
 }
 
 void PluginSettingsDelegate::undoSettings()
@@ -425,22 +430,22 @@ void PluginSettingsDelegate::undoSettings()
     if (!m_backup)
         return;
     SettingsBackup *backup = m_backup.get();
-    const auto outcome = SettingsBackup::Outcome(
-        restoreWithProgress([backup](const SettingsBackup::Progress &progress) {
-            return int(backup->restore(progress));
-        }));
+    const SettingsBackup::Outcome outcome = restoreWithProgress(
+        [backup](const SettingsBackup::Progress &progress) { return backup->restore(progress); });
     m_backup.reset();
-    if (outcome == SettingsBackup::Outcome::NothingToUndo) {
-        const QString message = QStringLiteral("Nothing could be undone.");
-        const QString text =
-            QStringLiteral("There is no complete backup of the workspace, so it stays as it is.");
-        LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
-    } else if (outcome == SettingsBackup::Outcome::Failed) {
-        const QString message = QStringLiteral("The workspace could not be restored.");
-        const QString text = QStringLiteral("It stays as it is. The backup is kept and offered "
-                                            "again the next time the window opens.");
-        LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
-    }
+    if (outcome == SettingsBackup::Outcome::NothingToUndo)
+        alert(
+            QStringLiteral("Nothing could be undone."),
+            QStringLiteral("There is no complete backup of the workspace, so it stays as it is."));
+    else if (outcome == SettingsBackup::Outcome::Failed)
+        reportRestoreFailure();
+}
+
+void PluginSettingsDelegate::reportRestoreFailure()
+{
+    alert(QStringLiteral("The workspace could not be restored."),
+          QStringLiteral("It stays as it is. The backup is kept and offered again the next time "
+                         "the window opens."));
 }
 
 void PluginSettingsDelegate::clearBackupSettings()
@@ -450,8 +455,7 @@ void PluginSettingsDelegate::clearBackupSettings()
     m_backup.reset();
 }
 
-int PluginSettingsDelegate::restoreWithProgress(
-    const std::function<int(const std::function<void(qint64, qint64)> &)> &work)
+SettingsBackup::Outcome PluginSettingsDelegate::restoreWithProgress(const RestoreWork &work)
 {
     // The restore runs on a thread of its own so that the window keeps painting; the loop that
     // waits for it takes no input, and a progress dialog appears when it takes more than half a
@@ -464,7 +468,7 @@ int PluginSettingsDelegate::restoreWithProgress(
     dialog.setMinimumDuration(500);
     dialog.setAutoClose(false);
     dialog.setAutoReset(false);
-    int outcome = 0;
+    SettingsBackup::Outcome outcome = SettingsBackup::Outcome::NothingToUndo;
     QEventLoop loop;
     std::unique_ptr<QThread> thread(QThread::create([&] {
         outcome = work([&dialog](qint64 done, qint64 total) {
@@ -512,16 +516,12 @@ void PluginSettingsDelegate::recoverWorkspace()
     if (!goBack)
         return;
     const QString workSpace = _workSpace;
-    const auto outcome = SettingsBackup::Outcome(
+    const SettingsBackup::Outcome outcome =
         restoreWithProgress([workSpace, oldest](const SettingsBackup::Progress &progress) {
-            return int(BackupRecovery::goBack(workSpace, oldest, progress));
-        }));
-    if (outcome != SettingsBackup::Outcome::Restored) {
-        const QString message = QStringLiteral("The workspace could not be restored.");
-        const QString text = QStringLiteral("It stays as it is. The backup is kept and offered "
-                                            "again the next time the window opens.");
-        LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
-    }
+            return BackupRecovery::goBack(workSpace, oldest, progress);
+        });
+    if (outcome != SettingsBackup::Outcome::Restored)
+        reportRestoreFailure();
 }
 
 // ---- buttons and closing

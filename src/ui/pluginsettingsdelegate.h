@@ -3,6 +3,7 @@
 #include "positionrect.h"
 #include "postionviewdelete.h"
 #include "privateviewdelete.h"
+#include "settingsbackup.h"
 
 #include <QObject>
 #include <QPointer>
@@ -13,7 +14,6 @@
 #include <memory>
 
 class PositionView;
-class SettingsBackup;
 class PreviewController;
 class PrivateView;
 class QButtonGroup;
@@ -140,8 +140,10 @@ private:
     // Writes the preview's "config.js" from the description and the position file.
     void writePreviewScript();
     void reportBackupFailure();
-    int restoreWithProgress(
-        const std::function<int(const std::function<void(qint64, qint64)> &)> &work);
+    // Runs work (a restore) on a thread of its own while the window waits, with progress.
+    using RestoreWork = std::function<SettingsBackup::Outcome(const SettingsBackup::Progress &)>;
+    SettingsBackup::Outcome restoreWithProgress(const RestoreWork &work);
+    void reportRestoreFailure();
 
     // Outlets of the window description.
     QPointer<QWidget> PrivateSettingView;
