@@ -143,19 +143,18 @@ struct Siblings
     QByteArray parked;
 };
 
-Siblings siblingsOf(const QByteArray &workSpace, const QByteArray &backup)
-{
-    const qsizetype slash = workSpace.lastIndexOf('/');
-    const QByteArray parent = workSpace.left(qMax<qsizetype>(slash, 0));
-    const QByteArray name = workSpace.mid(slash + 1);
-    const QByteArray tag = backup.mid(backup.lastIndexOf('/') + 1);
-    return {parent + "/." + name + ".restore-" + tag, parent + "/." + name + ".old-" + tag};
-}
-
 QByteArray parentOf(const QByteArray &path)
 {
     const qsizetype slash = path.lastIndexOf('/');
     return slash <= 0 ? QByteArray("/") : path.left(slash);
+}
+
+Siblings siblingsOf(const QByteArray &workSpace, const QByteArray &backup)
+{
+    const QByteArray prefix =
+        parentOf(workSpace) + "/." + workSpace.mid(workSpace.lastIndexOf('/') + 1);
+    const QByteArray tag = backup.mid(backup.lastIndexOf('/') + 1);
+    return {prefix + ".restore-" + tag, prefix + ".old-" + tag};
 }
 
 // A dead window no longer holds its backup's lock.
