@@ -95,11 +95,9 @@ void PreviewController::delayReloadData()
 
 void PreviewController::onLoadingChanged(const QWebEngineLoadingInfo &info)
 {
-    if (info.status() != QWebEngineLoadingInfo::LoadSucceededStatus)
-        return;
-    // The empty document is only a step of the rebuild; its finish must not spend the reload
-    // that is meant for the page itself.
-    if (info.url() == PreviewPage::emptyPageUrl())
-        return;
-    delayReloadData();
+    // Every finished load, the empty document's included, offers the rebuild's forced reload;
+    // the flag makes it happen once. In a rebuild the workspace page's load usually cuts the
+    // empty document short, so that the reload falls to the page itself.
+    if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus)
+        delayReloadData();
 }

@@ -178,6 +178,22 @@ private slots:
         QVERIFY(forced.wait(15000));
     }
 
+    void emptyDocumentFinishingFirstTakesTheForcedReload()
+    {
+        QSignalSpy forced(m_preview->controller.get(), &PreviewController::reloadForced);
+        m_preview->controller->refreshPreview();
+        // Hold back the queued main-page load, so that the empty document is the one that
+        // finishes while the reload is due.
+        QCoreApplication::removePostedEvents(m_preview->controller.get(), QEvent::MetaCall);
+        QVERIFY(waitFor(
+            [&] { return m_preview->finishedUrls.contains(PreviewPage::emptyPageUrl()); }, 15000));
+        QCOMPARE(forced.count(), 1);
+        QVERIFY(!m_preview->controller->isNeedReload());
+        // Its own finish, and any later one, finds the flag spent.
+        settle(500);
+        QCOMPARE(forced.count(), 1);
+    }
+
     void missingPageIsLoadedQuietly()
     {
         QTemporaryDir empty;
