@@ -5,6 +5,7 @@
 #include "fileops.h"
 #include "localisation.h"
 #include "logalert.h"
+#include "modetimer.h"
 #include "numbertext.h"
 #include "pluginsettingsinfo.h"
 #include "positionfile.h"
@@ -31,7 +32,6 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QThread>
-#include <QTimer>
 #include <QWebEngineView>
 
 #include <climits>
@@ -216,10 +216,11 @@ bool PluginSettingsDelegate::awakeFromNib()
     loadPrivateView();
     loadSettings();
 
-    // Qt has no run-loop modes: the timer fires in modal and modeless runs alike.
-    repeatTimer = new QTimer(this);
-    repeatTimer->setInterval(kPreviewInterval);
-    connect(repeatTimer, &QTimer::timeout, this, &PluginSettingsDelegate::timerRepeat);
+    // A window run modally previews while its modal session runs, alerts included; a modeless
+    // one only while no modal session holds the application.
+    repeatTimer = new ModeTimer(_isModalMode ? RunLoopMode::ModalPanel : RunLoopMode::Default,
+                                kPreviewInterval, this);
+    connect(repeatTimer, &ModeTimer::timeout, this, &PluginSettingsDelegate::timerRepeat);
     repeatTimer->start();
 
     // The preview decides the web view's navigations and loads; links are left to the preview

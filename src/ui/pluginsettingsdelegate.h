@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 
+class ModeTimer;
 class PositionView;
 class PreviewController;
 class PrivateView;
@@ -21,7 +22,6 @@ class QDialog;
 class QLineEdit;
 class QPushButton;
 class QSlider;
-class QTimer;
 class QWidget;
 class SettingsDialog;
 
@@ -167,7 +167,7 @@ private:
     bool _isCloseBundle = false;
     bool _isModalMode = false;
     int _closeMode = Discard;
-    QTimer *repeatTimer = nullptr;
+    ModeTimer *repeatTimer = nullptr;
     bool isChange = false;
     // The record created with the controller until the canvas's own record takes its place.
     PositionRect m_initialRect;

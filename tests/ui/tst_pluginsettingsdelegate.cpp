@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProcess>
 #include <QSlider>
 #include <QTemporaryDir>
@@ -41,6 +42,8 @@ private slots:
     void loadWithoutWorkspaceCreatesNoCanvas();
     void timerTickConsumesTheChange();
     void timerTicksInsideAModalRun();
+    void timerFollowsTheRunLoopMode_data();
+    void timerFollowsTheRunLoopMode();
     void destroyingAnOpenWindowIsSafe();
     void brokenWindowDescriptionGivesNoWindow();
     void layerLineIsReadAsAnInteger();
@@ -270,6 +273,57 @@ void TestPluginSettingsDelegate::timerTicksInsideAModalRun()
     QTimer::singleShot(5000, window, [&] { delegate->onCancel(); }); // never hang the suite
     QCOMPARE(window->exec(), 0);
     QVERIFY(consumedInside);
+}
+
+void TestPluginSettingsDelegate::timerFollowsTheRunLoopMode_data()
+{
+    QTest::addColumn<bool>("modalMode");
+    QTest::addColumn<bool>("runModally");
+    QTest::addColumn<bool>("alertUp");
+    QTest::addColumn<bool>("ticks");
+    QTest::newRow("modal mode ticks inside the window's modal run")
+        << true << true << false << true;
+    QTest::newRow("modal mode ticks under an alert within the modal run")
+        << true << true << true << true;
+    QTest::newRow("modal mode is silent while no modal run holds the window")
+        << true << false << false << false;
+    QTest::newRow("modeless window ticks while nothing modal is up")
+        << false << false << false << true;
+    QTest::newRow("modeless window is silent under an alert") << false << false << true << false;
+}
+
+void TestPluginSettingsDelegate::timerFollowsTheRunLoopMode()
+{
+    QFETCH(bool, modalMode);
+    QFETCH(bool, runModally);
+    QFETCH(bool, alertUp);
+    QFETCH(bool, ticks);
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setModalMode(modalMode);
+    delegate->setWorkSpace(m_tmp.filePath(QString::fromLatin1(QTest::currentDataTag())));
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    QMessageBox alert;
+    alert.setWindowModality(Qt::ApplicationModal);
+    bool ticked = false;
+    const auto watch = [&] {
+        if (alertUp)
+            alert.show();
+        delegate->setChanged(true);
+        QTest::qWait(1200); // more than three of the timer's intervals
+        ticked = !delegate->isChanged();
+        alert.hide();
+        delegate->onCancel();
+    };
+    if (runModally) {
+        QTimer::singleShot(0, window, watch);
+        QCOMPARE(window->exec(), 0);
+    } else {
+        window->show();
+        watch();
+    }
+    QCOMPARE(ticked, ticks);
 }
 
 void TestPluginSettingsDelegate::destroyingAnOpenWindowIsSafe()
