@@ -1,12 +1,15 @@
 #pragma once
 
+#include <QHash>
+#include <QUrl>
 #include <QWebEnginePage>
 
 #include <functional>
 
 // The page shown in the settings window's preview. Every navigation, including one that asks for a
 // new window, is decided by NavigationPolicy: file URLs load here, "http" and "https" links open in
-// the default browser, anything else is refused.
+// the default browser, anything else is refused. A link's scheme counts as it is written in the
+// page ("HTTP://" is not a web link), not as the engine normalises it.
 class PreviewPage : public QWebEnginePage
 {
     Q_OBJECT
@@ -29,10 +32,17 @@ signals:
 protected:
     bool acceptNavigationRequest(const QUrl &url, NavigationType type, bool isMainFrame) override;
     QWebEnginePage *createWindow(WebWindowType type) override;
+    // Takes the page's reports of links followed, with their schemes as written.
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString &message,
+                                  int lineNumber, const QString &sourceID) override;
 
 private:
-    bool decide(const QUrl &url);
+    // The scheme of url as its link was written, when the page reported that link; otherwise the
+    // scheme as the engine gives it.
+    QString writtenScheme(const QUrl &url);
+    bool decide(const QUrl &url, const QString &scheme);
 
     std::function<bool()> m_ignoreOpenURL;
+    QHash<QUrl, QString> m_writtenSchemes;
     bool m_isPopup = false;
 };

@@ -36,6 +36,10 @@ const QByteArray linkPage =
     "<a id=\"blank-http\" href=\"http://example.invalid/blank\" target=\"_blank\">new window, "
     "http</a>\n"
     "<a id=\"blank-file\" href=\"second.html\" target=\"_blank\">new window, file</a>\n"
+    "<a id=\"upper-http\" href=\"HTTP://example.invalid/upper\">HTTP</a>\n"
+    "<a id=\"mixed-https\" href=\" Https://example.invalid/mixed\">Https</a>\n"
+    "<a id=\"blank-upper-http\" href=\"HTTP://example.invalid/blank-upper\" target=\"_blank\">new "
+    "window, HTTP</a>\n"
     "<script>window.marker = 'first';</script>\n"
     "</body></html>";
 
@@ -224,30 +228,46 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<bool>("accepted");
         QTest::addColumn<QUrl>("handedOn");
+        QTest::addColumn<QString>("writtenScheme");
+        QTest::addColumn<QUrl>("reportedUrl");
 
         const int link = QWebEnginePage::NavigationTypeLinkClicked;
         const int typed = QWebEnginePage::NavigationTypeTyped;
-        QTest::newRow("empty request is left to the engine") << QUrl() << link << true << QUrl();
-        QTest::newRow("file is used") << QUrl("file:///tmp/x.html") << link << true << QUrl();
+        QTest::newRow("empty request is left to the engine")
+            << QUrl() << link << true << QUrl() << QString() << QUrl();
+        QTest::newRow("file is used")
+            << QUrl("file:///tmp/x.html") << link << true << QUrl() << QString() << QUrl();
         QTest::newRow("https is refused and handed on")
-            << QUrl("https://example.invalid/") << link << false
-            << QUrl("https://example.invalid/");
+            << QUrl("https://example.invalid/") << link << false << QUrl("https://example.invalid/")
+            << QString() << QUrl();
         QTest::newRow("http typed by a script is refused and handed on")
-            << QUrl("http://example.invalid/") << typed << false << QUrl("http://example.invalid/");
+            << QUrl("http://example.invalid/") << typed << false << QUrl("http://example.invalid/")
+            << QString() << QUrl();
         QTest::newRow("mailto is refused")
-            << QUrl("mailto:a@example.invalid") << link << false << QUrl();
+            << QUrl("mailto:a@example.invalid") << link << false << QUrl() << QString() << QUrl();
         QTest::newRow("ftp is refused")
-            << QUrl("ftp://example.invalid/f") << link << false << QUrl();
+            << QUrl("ftp://example.invalid/f") << link << false << QUrl() << QString() << QUrl();
         QTest::newRow("the rebuild's empty page, typed by the application, is used")
-            << PreviewPage::emptyPageUrl() << typed << true << QUrl();
+            << PreviewPage::emptyPageUrl() << typed << true << QUrl() << QString() << QUrl();
         QTest::newRow("the same empty page from a link is refused")
-            << PreviewPage::emptyPageUrl() << link << false << QUrl();
-        // The URL parser reads schemes case-insensitively, as the engine does, so a link
-        // written "HTTP://" reaches the policy as "http"; the policy's own test of an upper-case
-        // scheme is in the navigation policy suite.
-        QTest::newRow("HTTP:// link is read as http and handed on")
+            << PreviewPage::emptyPageUrl() << link << false << QUrl() << QString() << QUrl();
+        // The engine hands over every scheme in lower case; without the page's report of how
+        // the link was written, that is the scheme decided on.
+        QTest::newRow("unreported HTTP:// reaches the page as http and is handed on")
             << QUrl("HTTP://example.invalid/upper") << link << false
+            << QUrl("http://example.invalid/upper") << QString() << QUrl();
+        QTest::newRow("link reported as written HTTP:// is refused, not handed on")
+            << QUrl("http://example.invalid/upper") << link << false << QUrl() << "HTTP"
             << QUrl("http://example.invalid/upper");
+        QTest::newRow("link reported as written https is handed on")
+            << QUrl("https://example.invalid/") << link << false << QUrl("https://example.invalid/")
+            << "https" << QUrl("https://example.invalid/");
+        QTest::newRow("link reported as written FILE:// is refused")
+            << QUrl("file:///tmp/x.html") << link << false << QUrl() << "FILE"
+            << QUrl("file:///tmp/x.html");
+        QTest::newRow("a report about another link leaves the scheme as given")
+            << QUrl("http://example.invalid/a") << link << false << QUrl("http://example.invalid/a")
+            << "HTTP" << QUrl("http://example.invalid/b");
     }
     void decisionOfThePage()
     {
@@ -255,12 +275,20 @@ private slots:
         QFETCH(int, type);
         QFETCH(bool, accepted);
         QFETCH(QUrl, handedOn);
+        QFETCH(QString, writtenScheme);
+        QFETCH(QUrl, reportedUrl);
         struct OpenPage : PreviewPage
         {
             using PreviewPage::acceptNavigationRequest;
+            using PreviewPage::javaScriptConsoleMessage;
             using PreviewPage::PreviewPage;
         };
         OpenPage page(m_preview->controller->profile());
+        if (!writtenScheme.isEmpty())
+            page.javaScriptConsoleMessage(QWebEnginePage::InfoMessageLevel,
+                                          QStringLiteral("img-written-link [\"%1\",\"%2\"]")
+                                              .arg(writtenScheme, reportedUrl.toString()),
+                                          1, QString());
         QSignalSpy refused(&page, &PreviewPage::navigationRefused);
         QCOMPARE(page.acceptNavigationRequest(url, QWebEnginePage::NavigationType(type), true),
                  accepted);
@@ -281,6 +309,11 @@ private slots:
         QTest::newRow("ftp does nothing") << "ftp" << QUrl();
         QTest::newRow("new window for http opens in the browser")
             << "blank-http" << QUrl("http://example.invalid/blank");
+        QTest::newRow("link written HTTP:// is refused, not opened") << "upper-http" << QUrl();
+        QTest::newRow("link written Https:// after a blank is refused, not opened")
+            << "mixed-https" << QUrl();
+        QTest::newRow("new window for a link written HTTP:// is refused, not opened")
+            << "blank-upper-http" << QUrl();
     }
     void linkClick()
     {
