@@ -257,6 +257,101 @@ QRectF clampFrameForMargins(QRectF frame, QSizeF canvas)
     return b.rect();
 }
 
+std::optional<KeyStep> keyStepFor(int key, Qt::KeyboardModifiers modifiers)
+{
+    if (modifiers & (Qt::ControlModifier | Qt::MetaModifier))
+        return std::nullopt;
+    const float amount = modifiers & Qt::ShiftModifier ? largeKeyStepPercent : keyStepPercent;
+    KeyStep step;
+    step.resize = modifiers & Qt::AltModifier;
+    switch (key) {
+    case Qt::Key_Left:
+        step.dx = -amount;
+        break;
+    case Qt::Key_Right:
+        step.dx = amount;
+        break;
+    case Qt::Key_Up:
+        step.dy = -amount;
+        break;
+    case Qt::Key_Down:
+        step.dy = amount;
+        break;
+    default:
+        return std::nullopt;
+    }
+    return step;
+}
+
+namespace {
+
+// How far a side may move outwards before it reaches the page's edge: nothing when it is on
+// or beyond the edge already.
+float roomOutside(float margin)
+{
+    return std::max(0.0f, margin);
+}
+
+// How far the box may shrink along one axis before it is smaller than the minimum size.
+float roomToShrink(float nearMargin, float farMargin, qreal pageLength)
+{
+    const float minimum = float(minimumBoxSize * 100.0 / pageLength);
+    return std::max(0.0f, 100.0f - nearMargin - farMargin - minimum);
+}
+
+// A move of delta (positive towards the far side) between a near and a far margin.
+void moveAlong(float &nearMargin, float &farMargin, float delta)
+{
+    const float d = delta > 0 ? std::min(delta, roomOutside(farMargin))
+                              : -std::min(-delta, roomOutside(nearMargin));
+    nearMargin += d;
+    farMargin -= d;
+}
+
+// The far edge moved by delta (positive outwards, growing the box).
+void resizeAlong(float nearMargin, float &farMargin, float delta, qreal pageLength)
+{
+    if (delta > 0)
+        farMargin -= std::min(delta, roomOutside(farMargin));
+    else if (delta < 0)
+        farMargin += std::min(-delta, roomToShrink(nearMargin, farMargin, pageLength));
+}
+
+} // namespace
+
+PositionRect steppedMargins(const PositionRect &margins, const KeyStep &step, QSizeF page)
+{
+    if (page.width() <= 0 || page.height() <= 0)
+        return margins;
+    float left = margins.left(), right = margins.right();
+    float top = margins.top(), bottom = margins.bottom();
+    if (step.resize) {
+        resizeAlong(left, right, step.dx, page.width());
+        resizeAlong(top, bottom, step.dy, page.height());
+    } else {
+        moveAlong(left, right, step.dx);
+        moveAlong(top, bottom, step.dy);
+    }
+    PositionRect result = margins;
+    result.setLeft(left);
+    result.setRight(right);
+    result.setTop(top);
+    result.setBottom(bottom);
+    return result;
+}
+
+QRect fittedRect(QSize area, QSizeF proportions)
+{
+    if (area.isEmpty() || proportions.isEmpty())
+        return QRect();
+    const qreal scale =
+        std::min(area.width() / proportions.width(), area.height() / proportions.height());
+    const QSize size(qRound(proportions.width() * scale), qRound(proportions.height() * scale));
+    const QSize fitted = size.boundedTo(area);
+    return QRect(QPoint((area.width() - fitted.width()) / 2, (area.height() - fitted.height()) / 2),
+                 fitted);
+}
+
 QPointF flipped(QPointF point, qreal height)
 {
     return QPointF(point.x(), height - point.y());

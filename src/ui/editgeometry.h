@@ -1,9 +1,15 @@
 #pragma once
 
+#include "positionrect.h"
+
 #include <QPointF>
+#include <QRect>
 #include <QRectF>
+#include <QSize>
 #include <QSizeF>
 #include <QTransform>
+
+#include <Qt>
 
 #include <array>
 #include <optional>
@@ -77,6 +83,36 @@ std::optional<QRectF> dragStep(const QRectF &frame, int type, qreal dx, qreal dy
 // The frame the canvas turns into margins: the box's frame pulled to the canvas's origin and
 // bounded to between the minimum size and the canvas's size. The box itself is not changed.
 QRectF clampFrameForMargins(QRectF frame, QSizeF canvas);
+
+// ---- Keyboard steps
+// Arrow keys move the box by 1 % of the page, 10 % with Shift; with Alt (Option on macOS) they
+// move the right or bottom edge instead, resizing the box by the same steps. Steps are taken on
+// the margins, so that ten steps of 1 % are exactly 10 % in the saved settings.
+inline constexpr float keyStepPercent = 1.0f;
+inline constexpr float largeKeyStepPercent = 10.0f;
+
+struct KeyStep
+{
+    float dx = 0;        // percent of the page's width, positive to the right
+    float dy = 0;        // percent of the page's height, positive downwards
+    bool resize = false; // the right or bottom edge moves, the left and top stay
+};
+
+// The step an arrow key asks for; none for other keys, or with Control or Meta held (those
+// combinations belong to the window).
+std::optional<KeyStep> keyStepFor(int key, Qt::KeyboardModifiers modifiers);
+
+// The margins after a key step on a page of the given size, under the drag rules: a move stops
+// where an edge reaches the page's edge, an edge stops at the page's edge or where the box would
+// be smaller than the minimum size. An edge already beyond the page is not pushed further out.
+// Transparency and layer are kept.
+PositionRect steppedMargins(const PositionRect &margins, const KeyStep &step, QSizeF page);
+
+// ---- Canvas placement
+// The largest rectangle of the given proportions that fits the area, centred in it, in whole
+// pixels. The canvas keeps the preview page's proportions this way, so that the box has the same
+// shape on the canvas as the image on the preview's page. Empty for an empty area or ratio.
+QRect fittedRect(QSize area, QSizeF proportions);
 
 // ---- Coordinate flip
 // Canvas and box coordinates have y up from the bottom-left corner; Qt widget and window

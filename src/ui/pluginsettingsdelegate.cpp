@@ -1,5 +1,6 @@
 #include "pluginsettingsdelegate.h"
 
+#include "aspectbox.h"
 #include "backuprecovery.h"
 #include "bundlepaths.h"
 #include "fileops.h"
@@ -29,6 +30,7 @@
 #include <QLoggingCategory>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QThread>
@@ -44,6 +46,8 @@ namespace {
 const QString kIdentifier = QStringLiteral("img");
 const QString kWindowDescription = QStringLiteral("PluginSettingsDelegate.ui");
 const QString kPrivateViewDescription = QStringLiteral("PrivateView.ui");
+// The preview page's proportions (its ".book" in preview.css), which the canvas keeps.
+constexpr QSizeF kPageProportions(3, 4);
 constexpr int kPreviewInterval = 330; // milliseconds between preview rebuild checks
 
 // Builds the settings window: its top-level dialog is a SettingsDialog, so that the close box
@@ -202,6 +206,7 @@ bool PluginSettingsDelegate::awakeFromNib()
         isOKCancelButton = false;
         windowWillClose();
     });
+    connect(dialog, &SettingsDialog::cancelRequested, this, &PluginSettingsDelegate::onCancel);
 
     findOutlets();
     const QString title = loadAppString(QStringLiteral("Plugin Settings - %@"),
@@ -230,6 +235,9 @@ bool PluginSettingsDelegate::awakeFromNib()
         m_preview->setIgnoreOpenURL(
             [this] { return m_privateView && m_privateView->ignoreOpenURL(); });
     }
+
+    arrangeKeyboardOrder();
+    fitWindowToScreen();
 
     isChange = true; // the first tick loads the preview
     // A new workspace has no preview script, and OK removes it: written now, before the backup,
@@ -331,13 +339,66 @@ void PluginSettingsDelegate::loadPrivateView()
 
 void PluginSettingsDelegate::createPositionView()
 {
-    QWidget *superview = positionDrawView ? positionDrawView->parentWidget() : m_window.get();
-    auto *view = new PositionView(superview);
+    auto *view = new PositionView;
     view->setObjectName(QStringLiteral("positionView"));
-    if (positionDrawView)
-        replacePlaceholder(positionDrawView, view);
     view->setOwer(this);
     _positionView = view;
+    if (!positionDrawView) {
+        view->setParent(m_window.get());
+        return;
+    }
+    // The canvas keeps the preview page's proportions, centred where the description puts it.
+    auto *area = new AspectBox(kPageProportions);
+    area->setObjectName(QStringLiteral("positionArea"));
+    view->setAccessibleName(positionDrawView->accessibleName());
+    view->setAccessibleDescription(positionDrawView->accessibleDescription());
+    view->setToolTip(positionDrawView->toolTip());
+    area->setContent(view);
+    replacePlaceholder(positionDrawView, area);
+}
+
+void PluginSettingsDelegate::arrangeKeyboardOrder()
+{
+    QList<QWidget *> order;
+    const auto add = [&order](QWidget *widget) {
+        if (widget && widget->focusPolicy() & Qt::TabFocus)
+            order.append(widget);
+    };
+    add(_positionView);
+    for (QWidget *field : {txtLeft.data(), txtTop.data(), txtRight.data(), txtBottom.data()})
+        add(field);
+    add(sldTrans);
+    add(txtTransparency);
+    if (matLayer) {
+        for (QAbstractButton *button : matLayer->buttons())
+            add(button);
+    }
+    if (m_privateView) {
+        // The image controls keep the order of their own description.
+        for (QWidget *w = m_privateView->nextInFocusChain(); w != m_privateView.data();
+             w = w->nextInFocusChain()) {
+            if (m_privateView->isAncestorOf(w))
+                add(w);
+        }
+    }
+    add(btnDefault);
+    add(btnOK);
+    add(btnCancel);
+    for (int i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order.at(i - 1), order.at(i));
+    if (iWebView)
+        iWebView->setFocusPolicy(Qt::ClickFocus);
+}
+
+void PluginSettingsDelegate::fitWindowToScreen()
+{
+    QScreen *screen = m_window->screen();
+    if (!screen)
+        return;
+    const QSize room = screen->availableGeometry().size();
+    const QSize frame = m_window->frameGeometry().size() - m_window->geometry().size();
+    const QSize wanted = m_window->size().boundedTo(room - frame);
+    m_window->resize(wanted.expandedTo(m_window->minimumSizeHint()));
 }
 
 // ---- position file and backup

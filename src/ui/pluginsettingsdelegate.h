@@ -132,6 +132,11 @@ private:
     void wireOutlets();
     void loadPrivateView();
     void createPositionView();
+    // Tab moves in reading order: canvas, margins, transparency, layer, image, Default, OK,
+    // Cancel. The preview is looked at, not worked, and stays out of the chain.
+    void arrangeKeyboardOrder();
+    // Opens at the description's size where the screen has room, smaller where it has not.
+    void fitWindowToScreen();
     void showTransparency(float value);
     void selectLayer(int layer);
     void refreshPreview();

@@ -1,14 +1,32 @@
 #include "positionview.h"
 
+#include "canvasaccessible.h"
 #include "editgeometry.h"
+#include "localisation.h"
 #include "postionviewdelete.h"
 #include "veleditview.h"
 
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QLocale>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 
+#include <cmath>
+
 using namespace EditGeometry;
+
+namespace {
+
+// A margin as the window's language writes a number: one decimal, none when it is whole.
+QString marginNumber(const QLocale &locale, float value)
+{
+    const double rounded = std::round(double(value) * 10.0) / 10.0;
+    return locale.toString(rounded, 'f', rounded == std::floor(rounded) ? 0 : 1);
+}
+
+} // namespace
 
 PositionView::PositionView(QWidget *parent)
     : QWidget(parent)
@@ -19,6 +37,9 @@ PositionView::PositionView(QWidget *parent)
     m_positionRect.setTop(50);
     m_positionRect.setRight(50);
     m_positionRect.setBottom(50);
+    static const bool accessible = (QAccessible::installFactory(&CanvasAccessible::factory), true);
+    Q_UNUSED(accessible);
+    setFocusPolicy(Qt::StrongFocus);
     // Direct: the record must hold the new margins before the box's step returns.
     connect(m_objectView, &VelEditView::EditViewChangeNotification, this,
             &PositionView::onChangeEditView, Qt::DirectConnection);
@@ -36,6 +57,7 @@ void PositionView::setPositionRect(const PositionRect &rect)
 {
     m_positionRect = rect;
     update();
+    announceMargins();
 }
 
 void PositionView::setPositionRectWithLeft(float left, float top, float right, float bottom,
@@ -48,6 +70,7 @@ void PositionView::setPositionRectWithLeft(float left, float top, float right, f
     m_positionRect.setTransparency(transparency);
     m_positionRect.setLayer(layer);
     update();
+    announceMargins();
 }
 
 QColor PositionView::fillColor() const
@@ -83,6 +106,7 @@ void PositionView::onChangeEditView(VelEditView *box)
     m_positionRect.setTop(margins.top());
     m_positionRect.setRight(margins.right());
     m_positionRect.setBottom(margins.bottom());
+    announceMargins();
     // No redraw here: the owner decides what follows from the new margins.
     if (m_ower)
         m_ower->onChangePositionView();
@@ -91,6 +115,50 @@ void PositionView::onChangeEditView(VelEditView *box)
 void PositionView::onDidChangedEditView(VelEditView *box)
 {
     if (box == m_objectView && m_ower)
+        m_ower->didChangedPositionView();
+}
+
+QString PositionView::marginsText() const
+{
+    const QString format = QStringLiteral("Left %1 %, top %2 %, right %3 %, bottom %4 %");
+    const QLocale locale(defaultLanguageCode().isEmpty() ? QStringLiteral("en")
+                                                         : defaultLanguageCode());
+    return loadAppString(format, format)
+        .arg(marginNumber(locale, m_positionRect.left()),
+             marginNumber(locale, m_positionRect.top()),
+             marginNumber(locale, m_positionRect.right()),
+             marginNumber(locale, m_positionRect.bottom()));
+}
+
+void PositionView::announceMargins()
+{
+    emit marginsChanged();
+    // The text is built only for a listener: a drag announces on every step.
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleValueChangeEvent event(this, marginsText());
+    QAccessible::updateAccessibility(&event);
+}
+
+// A key press is a short drag: the owner hears of the step if the margins moved, and of its end
+// in any case, which is when it saves.
+void PositionView::keyPressEvent(QKeyEvent *event)
+{
+    const auto step = keyStepFor(event->key(), event->modifiers());
+    if (!step) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    const PositionRect next = steppedMargins(m_positionRect, *step, size());
+    if (next != m_positionRect) {
+        m_positionRect = next;
+        update();
+        announceMargins();
+        if (m_ower)
+            m_ower->onChangePositionView();
+    }
+    if (m_ower)
         m_ower->didChangedPositionView();
 }
 
@@ -108,6 +176,8 @@ void PositionView::paintEvent(QPaintEvent *)
     outline.addRect(bounds);
     outline.addRect(bounds.adjusted(1, 1, -1, -1));
     p.fillPath(outline, outlineColor());
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        paintFocusFrame(p);
 
     const QRectF frame = PositionRect::getObjectFrameWith(m_positionRect, bounds.size());
     if (!(frame.width() > 0 && frame.height() > 0))
@@ -121,6 +191,17 @@ void PositionView::paintEvent(QPaintEvent *)
         return;
     }
     placeEditView(frame);
+}
+
+// A two-point ring in the palette's highlight over the page's own outline, so that keyboard focus
+// shows on light, dark and high-contrast palettes alike.
+void PositionView::paintFocusFrame(QPainter &painter)
+{
+    const QRectF bounds(rect());
+    QPainterPath ring;
+    ring.addRect(bounds);
+    ring.addRect(bounds.adjusted(2, 2, -2, -2));
+    painter.fillPath(ring, palette().color(QPalette::Highlight));
 }
 
 // The record is the master: the box follows it on every redraw.

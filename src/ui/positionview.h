@@ -9,8 +9,10 @@ class PostionViewDelete;
 class VelEditView;
 
 // The page on which the user places the plugin: a filled rectangle with an outline, and on it the
-// edit box. The canvas's own record is the master: every redraw places the box from its margins,
-// and every drag step of the box writes margins back into it and tells the owner.
+// edit box. It is also a keyboard control: in the tab chain, with a focus frame, arrow keys moving
+// or resizing the box as a short drag would. The canvas's own record is the master: every redraw
+// places the box from its margins, and every drag step of the box writes margins back into it and
+// tells the owner.
 class PositionView : public QWidget
 {
     Q_OBJECT
@@ -40,6 +42,14 @@ public:
     QColor outlineColor() const;
     void setOutlineColor(const QColor &color);
 
+    // The box's margins as the canvas announces them, in the window's language.
+    QString marginsText() const;
+
+signals:
+    // The record's margins changed (set from outside, dragged, or stepped by a key). Assistive
+    // technology hears the new value at the same moment.
+    void marginsChanged();
+
 public slots:
     // The box reports a drag step: its frame becomes the record's margins. Reports from any box
     // other than this canvas's own are ignored.
@@ -50,9 +60,14 @@ public slots:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    // Arrow keys move the box, Alt+arrows move its right or bottom edge; see EditGeometry.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void placeEditView(const QRectF &frame);
+    void paintFocusFrame(QPainter &painter);
+    // Emits marginsChanged and tells assistive technology, when it listens.
+    void announceMargins();
 
     PositionRect m_positionRect;
     VelEditView *m_objectView; // a child once placed; deleted by the canvas before that

@@ -1,6 +1,7 @@
 #include "settingsdialog.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 
 void SettingsDialog::reject()
 {
@@ -15,4 +16,14 @@ void SettingsDialog::closeEvent(QCloseEvent *event)
         event->ignore();
     else
         event->accept();
+}
+
+void SettingsDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel)) {
+        event->accept();
+        emit cancelRequested();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }

@@ -84,6 +84,11 @@ void SimpleCell::paintEvent(QPaintEvent *)
                                         QColor::fromRgbF(0.6, 0.8, 1.0, 1.0));
     }
     FramePainter::strokeRoundedRect(painter, frame, 4.0, 1.0, FramePainter::frameGrey());
+    // Focus that came from the keyboard, as Qt's styles show it: a ring in the palette's
+    // highlight just inside the grey border.
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        FramePainter::strokeRoundedRect(painter, frame.adjusted(2, 2, -2, -2), 3.0, 2.0,
+                                        palette().color(QPalette::Highlight));
 
     const Layout layout = layoutFor(frame, m_imagePosition, !text().isEmpty());
     if (layout.drawsImage && !icon().isNull()) {

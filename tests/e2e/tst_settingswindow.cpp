@@ -91,7 +91,10 @@ private slots:
     void cancelGivesBackTheOpeningTree();
     void closeBoxAnsweredOKKeepsTheLiveState();
     void closeBoxAnsweredCancelGivesBackTheOpeningTree();
-    void escapeAsksLikeTheCloseBox();
+    void escapeIsTheCancelButton_data();
+    void escapeIsTheCancelButton();
+    void returnInAFieldKeepsTheWindowOpen_data();
+    void returnInAFieldKeepsTheWindowOpen();
 
     void typingIntoAField_data();
     void typingIntoAField();
@@ -322,8 +325,17 @@ void TestSettingsWindow::closeBoxAnsweredCancelGivesBackTheOpeningTree()
     QCOMPARE(TreeSnapshot::take(ws), opening);
 }
 
-void TestSettingsWindow::escapeAsksLikeTheCloseBox()
+void TestSettingsWindow::escapeIsTheCancelButton_data()
 {
+    QTest::addColumn<QString>("focus");
+    QTest::newRow("Escape in a margin field cancels") << "txtTop";
+    QTest::newRow("Escape on the canvas cancels") << "positionView";
+    QTest::newRow("Escape on the transparency slider cancels") << "sldTrans";
+}
+
+void TestSettingsWindow::escapeIsTheCancelButton()
+{
+    QFETCH(QString, focus);
     QTemporaryDir tmp;
     const QString ws = tmp.filePath("ws");
     prepareWorkspace(ws);
@@ -331,11 +343,55 @@ void TestSettingsWindow::escapeAsksLikeTheCloseBox()
     Session s = open(ws);
     QVERIFY(s.window);
     s.type("txtTop", "1");
-    WindowDriver::AlertAnswerer answerer("Cancel");
-    QTest::keyClick(s.field("txtTop"), Qt::Key_Escape);
-    QVERIFY(answerer.answered());
+    QVERIFY(settingsLine(ws, 1) == "1.0");
+    QWidget *target = s.window->findChild<QWidget *>(focus);
+    QVERIFY(target);
+    target->setFocus();
+    QSignalSpy finished(s.window, &QDialog::finished);
+    WindowDriver::AlertAnswerer answerer("OK");
+    QTest::keyClick(target, Qt::Key_Escape);
+    QTest::qWait(300); // an alert, if one came, would have been answered by now
+    QVERIFY(!answerer.answered());
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.at(0).at(0).toInt(), 0);
     QCOMPARE(s.controller->closeMode(), 0);
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QVERIFY(!QFileInfo::exists(ws + "/bookPlugin.js"));
     QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestSettingsWindow::returnInAFieldKeepsTheWindowOpen_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<int>("key");
+    for (const char *name :
+         {"txtLeft", "txtTop", "txtRight", "txtBottom", "txtTransparency", "txtLink", "txtFile"}) {
+        QTest::addRow("Return in %s keeps the window open", name) << name << int(Qt::Key_Return);
+        QTest::addRow("Enter in %s keeps the window open", name) << name << int(Qt::Key_Enter);
+    }
+}
+
+void TestSettingsWindow::returnInAFieldKeepsTheWindowOpen()
+{
+    QFETCH(QString, field);
+    QFETCH(int, key);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    auto *edit = s.window->findChild<QLineEdit *>(field);
+    QVERIFY(edit);
+    edit->setFocus();
+    QSignalSpy finished(s.window, &QDialog::finished);
+    WindowDriver::AlertAnswerer answerer("Cancel");
+    QTest::keyClick(edit, Qt::Key(key));
+    QTest::qWait(200);
+    QVERIFY(!answerer.answered());
+    QCOMPARE(finished.count(), 0);
+    QVERIFY(s.window->isVisible());
+    QCOMPARE(s.controller->isCloseBundle(), false);
+    s.click("btnCancel");
 }
 
 // ---- the fields, the slider, the canvas and the layer

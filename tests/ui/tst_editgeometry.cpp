@@ -6,6 +6,7 @@
 using namespace EditGeometry;
 
 Q_DECLARE_METATYPE(EditGeometry::MouseType)
+Q_DECLARE_METATYPE(PositionRect)
 
 // The box's geometry without any window: hit areas, their classification, the drag rules and the
 // canvas's clamp before margins are computed.
@@ -36,6 +37,13 @@ private slots:
     void normalise();
     void clampFrameForMargins_data();
     void clampFrameForMargins();
+    void keyStepFor_data();
+    void keyStepFor();
+    void steppedMargins_data();
+    void steppedMargins();
+    void steppedMarginsKeepTransparencyAndLayer();
+    void fittedRect_data();
+    void fittedRect();
     void flipIsItsOwnInverse();
     void flipTransformMatchesFlippedPoints();
     void pointerPointIsThePixelCentre_data();
@@ -344,6 +352,171 @@ void TestEditGeometry::clampFrameForMargins()
     QFETCH(QRectF, frame);
     QFETCH(QRectF, expected);
     QCOMPARE(EditGeometry::clampFrameForMargins(frame, {200, 100}), expected);
+}
+
+namespace {
+PositionRect margins(float left, float top, float right, float bottom)
+{
+    PositionRect rect;
+    rect.setLeft(left);
+    rect.setTop(top);
+    rect.setRight(right);
+    rect.setBottom(bottom);
+    return rect;
+}
+} // namespace
+
+void TestEditGeometry::keyStepFor_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<bool>("isStep");
+    QTest::addColumn<float>("dx");
+    QTest::addColumn<float>("dy");
+    QTest::addColumn<bool>("resize");
+
+    const int none = Qt::NoModifier;
+    QTest::newRow("left moves 1 % left")
+        << int(Qt::Key_Left) << none << true << -1.0f << 0.0f << false;
+    QTest::newRow("right moves 1 % right")
+        << int(Qt::Key_Right) << none << true << 1.0f << 0.0f << false;
+    QTest::newRow("up moves 1 % up") << int(Qt::Key_Up) << none << true << 0.0f << -1.0f << false;
+    QTest::newRow("down moves 1 % down")
+        << int(Qt::Key_Down) << none << true << 0.0f << 1.0f << false;
+    QTest::newRow("shift makes it 10 %")
+        << int(Qt::Key_Right) << int(Qt::ShiftModifier) << true << 10.0f << 0.0f << false;
+    QTest::newRow("alt moves the right edge")
+        << int(Qt::Key_Right) << int(Qt::AltModifier) << true << 1.0f << 0.0f << true;
+    QTest::newRow("shift+alt moves the bottom edge 10 %")
+        << int(Qt::Key_Up) << int(Qt::ShiftModifier | Qt::AltModifier) << true << 0.0f << -10.0f
+        << true;
+    QTest::newRow("keypad arrows count as arrows")
+        << int(Qt::Key_Down) << int(Qt::KeypadModifier) << true << 0.0f << 1.0f << false;
+    QTest::newRow("control+arrow is left to the window")
+        << int(Qt::Key_Left) << int(Qt::ControlModifier) << false << 0.0f << 0.0f << false;
+    QTest::newRow("meta+arrow is left to the window")
+        << int(Qt::Key_Left) << int(Qt::MetaModifier) << false << 0.0f << 0.0f << false;
+    QTest::newRow("other keys are no step")
+        << int(Qt::Key_Tab) << none << false << 0.0f << 0.0f << false;
+}
+
+void TestEditGeometry::keyStepFor()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(bool, isStep);
+    QFETCH(float, dx);
+    QFETCH(float, dy);
+    QFETCH(bool, resize);
+    const auto step = EditGeometry::keyStepFor(key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(step.has_value(), isStep);
+    if (!step)
+        return;
+    QCOMPARE(step->dx, dx);
+    QCOMPARE(step->dy, dy);
+    QCOMPARE(step->resize, resize);
+}
+
+void TestEditGeometry::steppedMargins_data()
+{
+    QTest::addColumn<PositionRect>("before");
+    QTest::addColumn<float>("dx");
+    QTest::addColumn<float>("dy");
+    QTest::addColumn<bool>("resize");
+    QTest::addColumn<PositionRect>("after");
+
+    // On a 200 x 300 page the 15-point minimum is 7.5 % wide and 5 % high.
+    const PositionRect box = margins(10, 26, 60, 26);
+    QTest::newRow("move right: left grows, right shrinks")
+        << box << 1.0f << 0.0f << false << margins(11, 26, 59, 26);
+    QTest::newRow("move down 10 %: top grows, bottom shrinks")
+        << box << 0.0f << 10.0f << false << margins(10, 36, 60, 16);
+    QTest::newRow("move up: top shrinks, bottom grows")
+        << box << 0.0f << -1.0f << false << margins(10, 25, 60, 27);
+    QTest::newRow("move stops where the right edge meets the page")
+        << margins(10, 26, 0.5f, 26) << 1.0f << 0.0f << false << margins(10.5f, 26, 0, 26);
+    QTest::newRow("move stops where the left edge meets the page")
+        << margins(0.5f, 26, 60, 26) << -10.0f << 0.0f << false << margins(0, 26, 60.5f, 26);
+    QTest::newRow("move at the bottom edge changes nothing")
+        << margins(10, 26, 60, 0) << 0.0f << 1.0f << false << margins(10, 26, 60, 0);
+    QTest::newRow("an edge beyond the page is not pushed further out")
+        << margins(-5, 26, 60, 26) << -1.0f << 0.0f << false << margins(-5, 26, 60, 26);
+    QTest::newRow("a box beyond the page moves back in")
+        << margins(-5, 26, 60, 26) << 1.0f << 0.0f << false << margins(-4, 26, 59, 26);
+    QTest::newRow("alt+right grows the box at its right edge")
+        << box << 1.0f << 0.0f << true << margins(10, 26, 59, 26);
+    QTest::newRow("alt+left shrinks the box at its right edge")
+        << box << -1.0f << 0.0f << true << margins(10, 26, 61, 26);
+    QTest::newRow("alt+down grows the box at its bottom edge")
+        << box << 0.0f << 1.0f << true << margins(10, 26, 60, 25);
+    QTest::newRow("alt+up shrinks the box at its bottom edge")
+        << box << 0.0f << -10.0f << true << margins(10, 26, 60, 36);
+    QTest::newRow("growing stops at the page's edge")
+        << margins(10, 26, 0.5f, 0.25f) << 10.0f << 10.0f << true << margins(10, 26, 0, 0);
+    QTest::newRow("shrinking stops at the minimum width")
+        << margins(10, 26, 81, 26) << -10.0f << 0.0f << true << margins(10, 26, 82.5f, 26);
+    QTest::newRow("shrinking stops at the minimum height")
+        << margins(10, 40, 60, 54) << 0.0f << -10.0f << true << margins(10, 40, 60, 55);
+    QTest::newRow("a box at its minimum does not shrink")
+        << margins(10, 26, 82.5f, 26) << -1.0f << 0.0f << true << margins(10, 26, 82.5f, 26);
+    QTest::newRow("a box under its minimum is not shrunk further")
+        << margins(10, 26, 85, 26) << -1.0f << 0.0f << true << margins(10, 26, 85, 26);
+}
+
+void TestEditGeometry::steppedMargins()
+{
+    QFETCH(PositionRect, before);
+    QFETCH(float, dx);
+    QFETCH(float, dy);
+    QFETCH(bool, resize);
+    QFETCH(PositionRect, after);
+    const PositionRect result =
+        EditGeometry::steppedMargins(before, EditGeometry::KeyStep{dx, dy, resize}, {200, 300});
+    QCOMPARE(result.left(), after.left());
+    QCOMPARE(result.top(), after.top());
+    QCOMPARE(result.right(), after.right());
+    QCOMPARE(result.bottom(), after.bottom());
+}
+
+void TestEditGeometry::steppedMarginsKeepTransparencyAndLayer()
+{
+    PositionRect before = margins(10, 26, 60, 26);
+    before.setTransparency(42.5f);
+    before.setLayer(1);
+    const PositionRect after =
+        EditGeometry::steppedMargins(before, EditGeometry::KeyStep{1, 1, false}, {200, 300});
+    QCOMPARE(after.transparency(), 42.5f);
+    QCOMPARE(after.layer(), 1);
+    QCOMPARE(after.left(), 11.0f);
+    QCOMPARE(after.top(), 27.0f);
+    // A page of no size has no percent to step by.
+    QCOMPARE(EditGeometry::steppedMargins(before, EditGeometry::KeyStep{1, 1, false}, {0, 0}),
+             before);
+}
+
+void TestEditGeometry::fittedRect_data()
+{
+    QTest::addColumn<QSize>("area");
+    QTest::addColumn<QRect>("expected");
+    // The page's proportions, 3 : 4.
+    QTest::newRow("exact fit fills the area") << QSize(300, 400) << QRect(0, 0, 300, 400);
+    QTest::newRow("wide area: full height, centred across")
+        << QSize(500, 400) << QRect(100, 0, 300, 400);
+    QTest::newRow("tall area: full width, centred down")
+        << QSize(300, 600) << QRect(0, 100, 300, 400);
+    QTest::newRow("odd leftover rounds the offset down")
+        << QSize(301, 400) << QRect(0, 0, 300, 400);
+    QTest::newRow("a width the ratio cannot split rounds to the nearest pixel")
+        << QSize(1000, 239) << QRect(410, 0, 179, 239);
+    QTest::newRow("empty area gives nothing") << QSize(0, 400) << QRect();
+}
+
+void TestEditGeometry::fittedRect()
+{
+    QFETCH(QSize, area);
+    QFETCH(QRect, expected);
+    QCOMPARE(EditGeometry::fittedRect(area, QSizeF(3, 4)), expected);
+    QCOMPARE(EditGeometry::fittedRect(area, QSizeF()), QRect());
 }
 
 void TestEditGeometry::flipIsItsOwnInverse()

@@ -3,11 +3,14 @@
 #include "testenv.h"
 #include "veleditview.h"
 
+#include <QAccessible>
 #include <QtTest>
 
 #include <cmath>
 
 using namespace EditGeometry;
+
+Q_DECLARE_METATYPE(PositionRect)
 
 namespace {
 
@@ -154,6 +157,13 @@ private slots:
     void releaseWithoutMovingTellsTheOwnerOnce();
     void otherBoxesAreIgnored();
     void withoutOwerDraggingStillUpdatesTheRecord();
+
+    void canvasIsAKeyboardControl();
+    void arrowKeysAreShortDrags_data();
+    void arrowKeysAreShortDrags();
+    void otherKeysPassToTheWindow();
+    void keyboardFocusShowsAFrame();
+    void canvasAnnouncesItsMargins();
 };
 
 void TestPositionView::initTestCase()
@@ -526,6 +536,133 @@ void TestPositionView::withoutOwerDraggingStillUpdatesTheRecord()
     scene.drag({90.5, 55.5});
     scene.release({90.5, 55.5});
     QCOMPARE(*scene.canvas->positionRect(), margins(5, 5, 15, 15, 5, 1));
+}
+
+void TestPositionView::canvasIsAKeyboardControl()
+{
+    Scene scene(QSize(200, 300));
+    QCOMPARE(scene.canvas->focusPolicy(), Qt::StrongFocus);
+    QVERIFY(scene.showAndPaint());
+    // A click on the box gives the canvas the focus, as a click on any control does.
+    QTest::mouseClick(scene.box(), Qt::LeftButton, {}, scene.box()->rect().center());
+    QVERIFY(scene.canvas->hasFocus());
+}
+
+void TestPositionView::arrowKeysAreShortDrags_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<PositionRect>("after");
+    QTest::addColumn<int>("steps");
+
+    // 10, 26, 60, 26 on a 200 x 300 page.
+    QTest::newRow("right arrow moves 1 %")
+        << int(Qt::Key_Right) << int(Qt::NoModifier) << margins(11, 26, 59, 26, 40, 1) << 1;
+    QTest::newRow("shift+up moves 10 %")
+        << int(Qt::Key_Up) << int(Qt::ShiftModifier) << margins(10, 16, 60, 36, 40, 1) << 1;
+    QTest::newRow("alt+right grows the right edge")
+        << int(Qt::Key_Right) << int(Qt::AltModifier) << margins(10, 26, 59, 26, 40, 1) << 1;
+    QTest::newRow("alt+up shrinks at the bottom edge")
+        << int(Qt::Key_Up) << int(Qt::AltModifier) << margins(10, 26, 60, 27, 40, 1) << 1;
+    QTest::newRow("shift+left stops at the page's left edge")
+        << int(Qt::Key_Left) << int(Qt::ShiftModifier) << margins(0, 26, 70, 26, 40, 1) << 1;
+}
+
+void TestPositionView::arrowKeysAreShortDrags()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(PositionRect, after);
+    QFETCH(int, steps);
+    Scene scene(QSize(200, 300));
+    Owner owner;
+    owner.view = scene.canvas;
+    scene.canvas->setOwer(&owner);
+    scene.canvas->setPositionRect(margins(10, 26, 60, 26, 40, 1));
+    QVERIFY(scene.showAndPaint());
+    scene.canvas->setFocus();
+    QTest::keyClick(scene.canvas, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(*scene.canvas->positionRect(), after);
+    // The owner saw the new margins during the step, then the end of the gesture.
+    QCOMPARE(owner.steps.size(), steps);
+    QCOMPARE(owner.steps.last(), after);
+    QCOMPARE(owner.ends, 1);
+    // The box follows the record on the next redraw.
+    scene.canvas->repaint();
+    QCOMPARE(scene.box()->frame(), after.getObjectFrameWithOutlineSize(QSizeF(200, 300)));
+}
+
+void TestPositionView::otherKeysPassToTheWindow()
+{
+    Scene scene(QSize(200, 300));
+    Owner owner;
+    owner.view = scene.canvas;
+    scene.canvas->setOwer(&owner);
+    scene.canvas->setPositionRect(margins(10, 26, 60, 0));
+    QVERIFY(scene.showAndPaint());
+    scene.canvas->setFocus();
+    struct Catcher : QObject
+    {
+        QList<int> keys;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::KeyPress)
+                keys << static_cast<QKeyEvent *>(event)->key();
+            return false;
+        }
+    } catcher;
+    scene.window.installEventFilter(&catcher);
+    QTest::keyClick(scene.canvas, Qt::Key_Escape);
+    QTest::keyClick(scene.canvas, Qt::Key_Left, Qt::ControlModifier);
+    QVERIFY(catcher.keys.contains(Qt::Key_Escape));
+    QVERIFY(catcher.keys.contains(Qt::Key_Left));
+    QCOMPARE(owner.ends, 0);
+    // At the page's bottom edge a step down moves nothing, but still ends a gesture.
+    QTest::keyClick(scene.canvas, Qt::Key_Down);
+    QCOMPARE(owner.steps.size(), 0);
+    QCOMPARE(owner.ends, 1);
+    QCOMPARE(*scene.canvas->positionRect(), margins(10, 26, 60, 0));
+}
+
+void TestPositionView::keyboardFocusShowsAFrame()
+{
+    Scene scene(QSize(200, 300));
+    QVERIFY(scene.showAndPaint());
+    const QColor highlight = scene.canvas->palette().color(QPalette::Highlight);
+    QVERIFY(!near(scene.canvas->grab().toImage().pixel(1, 150), highlight, 0));
+    QWidget other(&scene.window);
+    other.setFocusPolicy(Qt::StrongFocus);
+    other.setGeometry(300, 50, 20, 20);
+    other.show();
+    other.setFocus();
+    QTest::keyClick(&other, Qt::Key_Tab); // focus arrives by the keyboard
+    QVERIFY(scene.canvas->hasFocus());
+    const QImage focused = scene.canvas->grab().toImage();
+    QVERIFY(near(focused.pixel(0, 150), highlight, 0));
+    QVERIFY(near(focused.pixel(1, 150), highlight, 0));
+    QVERIFY(near(focused.pixel(199, 10), highlight, 0));
+    QVERIFY(!near(focused.pixel(3, 150), highlight, 0));
+}
+
+void TestPositionView::canvasAnnouncesItsMargins()
+{
+    Scene scene(QSize(200, 300));
+    scene.canvas->setAccessibleName(QStringLiteral("Page"));
+    QVERIFY(scene.showAndPaint());
+    QAccessibleInterface *canvas = QAccessible::queryAccessibleInterface(scene.canvas);
+    QVERIFY(canvas);
+    QCOMPARE(canvas->role(), QAccessible::Canvas);
+    QCOMPARE(canvas->text(QAccessible::Name), QStringLiteral("Page"));
+    QList<QString> values;
+    connect(scene.canvas, &PositionView::marginsChanged, this,
+            [&] { values << canvas->text(QAccessible::Value); });
+    scene.canvas->setPositionRect(margins(10, 26, 60, 26));
+    scene.canvas->setFocus();
+    QTest::keyClick(scene.canvas, Qt::Key_Right);
+    scene.canvas->setPositionRect(margins(10.25f, 0, 12.5f, -3));
+    QCOMPARE(values, QList<QString>({"Left 10 %, top 26 %, right 60 %, bottom 26 %",
+                                     "Left 11 %, top 26 %, right 59 %, bottom 26 %",
+                                     "Left 10.3 %, top 0 %, right 12.5 %, bottom -3 %"}));
 }
 
 QTEST_MAIN(TestPositionView)
