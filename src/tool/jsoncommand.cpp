@@ -1,30 +1,24 @@
 // imgbundle json: the JSON that the page reads, made from a description XML file.
 
-#include "commandoptions.h"
+#include "toolcommand.h"
 
 #include "fileops.h"
 #include "xmlhelpers.h"
 #include "xmljson.h"
 
 #include <QFileInfo>
-#include <cstdio>
 
 namespace {
 
 using namespace ToolCommand;
 
-int run(const Command &self, const QStringList &args)
+int run(const Command &self, const CommandOptions &options)
 {
-    int code = Success;
-    const auto options = CommandOptions::parse(
-        self, args, {QStringLiteral("--relate"), QStringLiteral("--workspace")}, &code);
-    if (!options)
-        return code;
-    if (options->positional.size() != 1)
-        return usageError(self, options->positional.isEmpty()
+    if (options.positional.size() != 1)
+        return usageError(self, options.positional.isEmpty()
                                     ? QStringLiteral("missing FILE.xml")
                                     : QStringLiteral("expects one FILE.xml"));
-    const QString path = options->positional.first();
+    const QString path = options.positional.first();
     // A FIFO would wait for a writer and a device might never end: only a regular file (or a
     // link to one) is read.
     if (FileOps::exists(path) && !FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
@@ -34,21 +28,21 @@ int run(const Command &self, const QStringList &args)
         return failure(QStringLiteral("cannot read %1").arg(path));
 
     // Files named in the description are looked for beside it unless told otherwise.
-    const QString workspace = options->has(QStringLiteral("--workspace"))
-                                  ? options->value(QStringLiteral("--workspace"))
+    const QString workspace = options.has(QStringLiteral("workspace"))
+                                  ? options.value(QStringLiteral("workspace"))
                                   : QFileInfo(path).absolutePath();
     const QString json =
-        XmlJson::jsonFromXmlText(xml, options->value(QStringLiteral("--relate")), workspace);
+        XmlJson::jsonFromXmlText(xml, options.value(QStringLiteral("relate")), workspace);
     if (json.isNull())
         return failure(QStringLiteral("%1 is not well-formed XML or nests elements deeper than %2")
                            .arg(path, QString::number(MaxDescriptionDepth)));
-    const QByteArray bytes = json.toUtf8() + '\n';
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    out(json);
     return Success;
 }
 
 const Registration registration{
-    {QStringLiteral("json"), QStringLiteral("FILE.xml [--relate PATH] [--workspace DIR]"),
+    {QStringLiteral("json"),
+     QStringLiteral("FILE.xml [--relate PATH] [--workspace DIR]"),
      QStringLiteral("Print the JSON of a description XML file's root element."),
      QStringLiteral(
          "Prints, on one line, the JSON that the preview and the book read: members in document\n"
@@ -62,6 +56,8 @@ const Registration registration{
          "  --workspace DIR  where files of type \"file\" are looked for; default: the folder\n"
          "                   holding FILE.xml")
          .arg(MaxDescriptionDepth),
+     {{QStringLiteral("relate"), QStringLiteral("PATH")},
+      {QStringLiteral("workspace"), QStringLiteral("DIR")}},
      &run}};
 
 } // namespace

@@ -23,8 +23,9 @@ QString floatText(float value)
     return QString::fromLatin1(buffer, int(result.ptr - buffer));
 }
 
-int runRead(const Command &self, const QStringList &args)
+int runRead(const Command &self, const CommandOptions &options)
 {
+    const QStringList &args = options.positional;
     if (args.size() != 1)
         return usageError(self, args.isEmpty() ? QStringLiteral("missing FILE")
                                                : QStringLiteral("expects one FILE"));
@@ -53,8 +54,9 @@ bool parseFloat(const QString &text, float *value)
     return ok && std::isfinite(*value);
 }
 
-int runWrite(const Command &self, const QStringList &args)
+int runWrite(const Command &self, const CommandOptions &options)
 {
+    const QStringList &args = options.positional;
     static const char *const names[] = {"LEFT", "TOP", "RIGHT", "BOTTOM", "TRANSPARENCY"};
     if (args.size() != 7)
         return usageError(
@@ -87,13 +89,15 @@ int runWrite(const Command &self, const QStringList &args)
 }
 
 const Registration readRegistration{
-    {QStringLiteral("position read"), QStringLiteral("FILE"),
+    {QStringLiteral("position read"),
+     QStringLiteral("FILE"),
      QStringLiteral("Print the six values of a position file as the settings window reads them."),
      QStringLiteral(
          "Reads a six-line position file (\"settings.dat\", \"defaultsettings.dat\") and\n"
          "prints left, top, right, bottom, transparency and layer, one a line.\n"
          "Line ends \"\\r\\n\" read like \"\\n\"; a file of fewer than six lines, or one\n"
          "that is not UTF-8 text, reads as all zeros."),
+     {},
      &runRead}};
 
 const Registration writeRegistration{
@@ -105,6 +109,7 @@ const Registration writeRegistration{
          "(percent of the page) and the transparency with one decimal (\"%.1f\"), the\n"
          "layer as an integer, joined by \"\\n\" with no newline at the end.\n"
          "Negative values are written as they are."),
+     {},
      &runWrite}};
 
 } // namespace

@@ -4,10 +4,10 @@
 #include "toolcommand.h"
 
 #include "scrambler.h"
+#include "standardoutput.h"
 
 #include <QFile>
 #include <QStringDecoder>
-#include <cstdio>
 
 namespace {
 
@@ -22,16 +22,11 @@ bool readInput(QByteArray *bytes)
     return true;
 }
 
-void writeOutput(const QByteArray &bytes)
+int runScramble(const Command &self, const CommandOptions &options)
 {
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-    std::fflush(stdout);
-}
-
-int runScramble(const Command &self, const QStringList &args)
-{
-    if (!args.isEmpty())
-        return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.first()));
+    if (!options.positional.isEmpty())
+        return usageError(
+            self, QStringLiteral("unexpected argument \"%1\"").arg(options.positional.first()));
     QByteArray bytes;
     if (!readInput(&bytes))
         return failure(QStringLiteral("cannot read standard input"));
@@ -39,14 +34,15 @@ int runScramble(const Command &self, const QStringList &args)
     const QString text = decode(bytes);
     if (decode.hasError())
         return failure(QStringLiteral("standard input is not UTF-8 text"));
-    writeOutput(scrambleScriptString(text).toLatin1());
+    StandardOutput::write(scrambleScriptString(text).toLatin1());
     return Success;
 }
 
-int runUnscramble(const Command &self, const QStringList &args)
+int runUnscramble(const Command &self, const CommandOptions &options)
 {
-    if (!args.isEmpty())
-        return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.first()));
+    if (!options.positional.isEmpty())
+        return usageError(
+            self, QStringLiteral("unexpected argument \"%1\"").arg(options.positional.first()));
     QByteArray bytes;
     if (!readInput(&bytes))
         return failure(QStringLiteral("cannot read standard input"));
@@ -55,24 +51,28 @@ int runUnscramble(const Command &self, const QStringList &args)
         unscrambleScriptString(QString::fromLatin1(bytes.trimmed()));
     if (!text)
         return failure(QStringLiteral("standard input is not a scrambled script"));
-    writeOutput(text->toUtf8());
+    StandardOutput::write(text->toUtf8());
     return Success;
 }
 
 const Registration scrambleRegistration{
-    {QStringLiteral("scramble"), QString(),
+    {QStringLiteral("scramble"),
+     QString(),
      QStringLiteral("Scramble a script from standard input, as for bookPlugin.js."),
      QStringLiteral("Reads UTF-8 text from standard input and writes its scrambled form (letters,\n"
                     "an eight-digit random key and \"_\", no line break) to standard output.\n"
                     "Every run uses a new key."),
+     {},
      &runScramble}};
 
 const Registration unscrambleRegistration{
-    {QStringLiteral("unscramble"), QString(),
+    {QStringLiteral("unscramble"),
+     QString(),
      QStringLiteral("Restore a scrambled script from standard input."),
      QStringLiteral("Reads a scrambled script (such as bookPlugin.js) from standard input and\n"
                     "writes the original text to standard output, byte for byte. Fails when the\n"
                     "input is not of the scrambled form."),
+     {},
      &runUnscramble}};
 
 } // namespace
