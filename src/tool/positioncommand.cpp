@@ -5,6 +5,7 @@
 #include "fileops.h"
 #include "positionfile.h"
 #include "positionrect.h"
+#include "writetarget.h"
 
 #include <QFileInfo>
 #include <QLocale>
@@ -54,24 +55,26 @@ bool parseFloat(const QString &text, float *value)
     return ok && std::isfinite(*value);
 }
 
-int runWrite(const Command &self, const CommandOptions &options)
+// The margins, the transparency and the layer given after FILE; nullopt after a usage error,
+// whose exit code is put in *code.
+std::optional<PositionRect> rectFromArguments(const Command &self, const QStringList &args,
+                                              int *code)
 {
-    const QStringList &args = options.positional;
     static const char *const names[] = {"LEFT", "TOP", "RIGHT", "BOTTOM", "TRANSPARENCY"};
-    if (args.size() != 7)
-        return usageError(
-            self, QStringLiteral("expects FILE and six values, got %1 arguments").arg(args.size()));
     float values[5];
     for (int i = 0; i < 5; ++i) {
-        if (!parseFloat(args.at(i + 1), &values[i]))
-            return usageError(self, QStringLiteral("%1 is not a number: \"%2\"")
-                                        .arg(QLatin1String(names[i]), args.at(i + 1)));
+        if (!parseFloat(args.at(i + 1), &values[i])) {
+            *code = usageError(self, QStringLiteral("%1 is not a number: \"%2\"")
+                                         .arg(QLatin1String(names[i]), args.at(i + 1)));
+            return std::nullopt;
+        }
     }
     bool ok = false;
     const int layer = QLocale::c().toInt(args.at(6), &ok);
-    if (!ok)
-        return usageError(self, QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
-
+    if (!ok) {
+        *code = usageError(self, QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
+        return std::nullopt;
+    }
     PositionRect rect;
     rect.setLeft(values[0]);
     rect.setTop(values[1]);
@@ -79,11 +82,25 @@ int runWrite(const Command &self, const CommandOptions &options)
     rect.setBottom(values[3]);
     rect.setTransparency(values[4]);
     rect.setLayer(layer);
+    return rect;
+}
+
+int runWrite(const Command &self, const CommandOptions &options)
+{
+    const QStringList &args = options.positional;
+    if (args.size() != 7)
+        return usageError(
+            self, QStringLiteral("expects FILE and six values, got %1 arguments").arg(args.size()));
+    int code = Success;
+    const std::optional<PositionRect> rect = rectFromArguments(self, args, &code);
+    if (!rect)
+        return code;
     const QString path = args.first();
-    rect.saveToFile(path);
-    // saveToFile ignores a failed write, as the window does; the tool checks and says so.
-    QByteArray written;
-    if (!FileOps::readAll(path, &written, FileOps::ReadLinks::Follow) || written != rect.toText())
+    if (const QString why = WriteTarget::refusal(path); !why.isNull())
+        return failure(why);
+    // What PositionRect::saveToFile does, but the window ignores a failed save and the tool
+    // says so.
+    if (!FileOps::writeAtomically(path, rect->toText()))
         return failure(QStringLiteral("could not write %1").arg(path));
     return Success;
 }
@@ -108,7 +125,11 @@ const Registration writeRegistration{
          "Writes the six-line position file as the settings window saves it: the margins\n"
          "(percent of the page) and the transparency with one decimal (\"%.1f\"), the\n"
          "layer as an integer, joined by \"\\n\" with no newline at the end.\n"
-         "Negative values are written as they are."),
+         "Negative values are written as they are.\n"
+         "\n"
+         "FILE is replaced as a whole, never written in place: a link at FILE is replaced by\n"
+         "the file, never written through; a folder, FIFO, device or socket is refused and\n"
+         "left as it is."),
      {},
      &runWrite}};
 

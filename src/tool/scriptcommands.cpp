@@ -4,6 +4,7 @@
 
 #include "pluginsettingsinfo.h"
 #include "scriptgenerator.h"
+#include "writetarget.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -36,10 +37,9 @@ int generate(const Command &self, const CommandOptions &options, const QString &
             QStringLiteral("no settings.dat or defaultsettings.dat in %1").arg(workspace));
 
     const QString target = info.workSpace() + QLatin1Char('/') + fileName;
-    if (QFileInfo(target).isDir() || !QFileInfo(info.workSpace()).isWritable())
-        return failure(QStringLiteral("cannot write %1").arg(target));
-    info.generateJSConfig(relatePath);
-    if (!QFileInfo(target).isFile())
+    if (const QString why = WriteTarget::refusal(target); !why.isNull())
+        return failure(why);
+    if (!info.generateJSConfig(relatePath))
         return failure(QStringLiteral("could not write %1").arg(target));
     out(target);
     return Success;
@@ -55,10 +55,12 @@ int runPublish(const Command &self, const CommandOptions &args)
     return generate(self, args, QStringLiteral("files/plugin"), QStringLiteral("bookPlugin.js"));
 }
 
-const QString workspaceOption =
-    QStringLiteral("\n\nOptions:\n"
-                   "  --workspace DIR  the workspace folder holding img.xml and settings.dat (or\n"
-                   "                   defaultsettings.dat)");
+const QString workspaceOption = QStringLiteral(
+    "\n\nThe script is replaced as a whole: a link in its place is replaced, a folder,\n"
+    "FIFO, device or socket is refused and left as it is.\n"
+    "\nOptions:\n"
+    "  --workspace DIR  the workspace folder holding img.xml and settings.dat (or\n"
+    "                   defaultsettings.dat)");
 
 const ValueOption workspaceValue{QStringLiteral("workspace"), QStringLiteral("DIR")};
 

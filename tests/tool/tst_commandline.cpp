@@ -1,5 +1,6 @@
 // The rules that every command of the tool follows on the command line: how options are read,
 // where help, errors and output go, and the exit status.
+#include "specialentries.h"
 #include "testenv.h"
 #include "toolrun.h"
 
@@ -8,6 +9,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <sys/stat.h>
 
 namespace {
 
@@ -30,6 +32,47 @@ QByteArray readBytes(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+// What an entry is, down to its inode, and what it holds: equal states mean it was left alone.
+struct EntryState
+{
+    mode_t mode = 0;
+    ino_t inode = 0;
+    QByteArray bytes;
+    QStringList children;
+
+    bool operator==(const EntryState &other) const
+    {
+        return mode == other.mode && inode == other.inode && bytes == other.bytes &&
+               children == other.children;
+    }
+};
+
+char *toString(const EntryState &state)
+{
+    return QTest::toString(QStringLiteral("mode %1 inode %2, %3 bytes, %4 entries")
+                               .arg(state.mode, 0, 8)
+                               .arg(state.inode)
+                               .arg(state.bytes.size())
+                               .arg(state.children.size()));
+}
+
+EntryState entryState(const QString &path)
+{
+    EntryState state;
+    struct stat st;
+    if (::lstat(QFile::encodeName(path).constData(), &st) != 0)
+        return state;
+    state.mode = st.st_mode;
+    state.inode = st.st_ino;
+    // Only a regular file is read: opening a FIFO would wait for a writer.
+    if (S_ISREG(st.st_mode))
+        state.bytes = readBytes(path);
+    if (S_ISDIR(st.st_mode))
+        state.children = QDir(path).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                              QDir::NoDotAndDotDot);
+    return state;
 }
 
 bool isOneLine(const QByteArray &text)
@@ -65,6 +108,22 @@ private:
         const QString workspace = fresh(QStringLiteral("ws"));
         const Result made = ToolRun::run({"workspace", "--workspace", workspace});
         return made.exitCode == 0 ? workspace : QString();
+    }
+
+    // The arguments of command writing to a fresh target, whose path is answered (empty when the
+    // workspace for it could not be made).
+    QString writeTarget(const QString &command, QStringList *args)
+    {
+        if (command == QLatin1String("position write")) {
+            const QString target = fresh(QStringLiteral("settings.dat"));
+            *args = QStringList{"position", "write", target, "1", "2", "3", "4", "5", "6"};
+            return target;
+        }
+        const QString workspace = freshWorkspace();
+        if (workspace.isEmpty())
+            return QString();
+        *args = QStringList{command, "--workspace", workspace};
+        return workspace + (command == QLatin1String("config") ? "/config.js" : "/bookPlugin.js");
     }
 
 private slots:
@@ -306,6 +365,73 @@ private slots:
         QCOMPARE(full.exitCode, 1);
         QVERIFY2(isOneLine(full.err) && full.err.contains("cannot write standard output"),
                  full.err.constData());
+    }
+
+    // ---- write targets
+
+    // A FIFO, socket or folder where a file is to be written is refused and stays as it was: the
+    // file is written by renaming a sibling over the target, which would swap the special file
+    // for a regular one (as root even a device such as /dev/full).
+    void specialWriteTargetIsRefused_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<SpecialEntries::Kind>("kind");
+        for (const char *command : {"position write", "config", "publish"}) {
+            QTest::addRow("%s onto a FIFO", command) << command << SpecialEntries::Fifo;
+            QTest::addRow("%s onto a folder", command) << command << SpecialEntries::Folder;
+            QTest::addRow("%s onto a socket", command) << command << SpecialEntries::Socket;
+        }
+    }
+
+    void specialWriteTargetIsRefused()
+    {
+        QFETCH(QString, command);
+        QFETCH(SpecialEntries::Kind, kind);
+        QStringList args;
+        const QString target = writeTarget(command, &args);
+        QVERIFY(!target.isEmpty());
+        QVERIFY(SpecialEntries::make(kind, target, fresh(QStringLiteral("elsewhere"))));
+        const EntryState before = entryState(target);
+
+        const Result r = ToolRun::run(args);
+        QVERIFY(!r.crashed);
+        QCOMPARE(r.exitCode, 1);
+        QCOMPARE(r.out, QByteArray());
+        QVERIFY2(isOneLine(r.err) && r.err.contains("nothing was written"), r.err.constData());
+        QCOMPARE(entryState(target), before);
+    }
+
+    // A link where a file is to be written is replaced by the file, as everywhere in the
+    // workspace: never written through, so what it points to stays as it was.
+    void linkWriteTargetIsReplaced_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<SpecialEntries::Kind>("kind");
+        for (const char *command : {"position write", "config", "publish"}) {
+            QTest::addRow("%s onto a link to a file", command)
+                << command << SpecialEntries::LinkToFile;
+            QTest::addRow("%s onto a link to a FIFO", command)
+                << command << SpecialEntries::LinkToFifo;
+        }
+    }
+
+    void linkWriteTargetIsReplaced()
+    {
+        QFETCH(QString, command);
+        QFETCH(SpecialEntries::Kind, kind);
+        QStringList args;
+        const QString target = writeTarget(command, &args);
+        QVERIFY(!target.isEmpty());
+        QVERIFY(SpecialEntries::make(kind, target, fresh(QStringLiteral("elsewhere")), "old"));
+        const QString pointee = QFileInfo(target).symLinkTarget();
+        const EntryState pointeeBefore = entryState(pointee);
+
+        const Result r = ToolRun::run(args);
+        QVERIFY2(!r.crashed && r.exitCode == 0, r.err.constData());
+        QVERIFY(!QFileInfo(target).isSymLink());
+        QVERIFY(QFileInfo(target).isFile());
+        QVERIFY(readBytes(target) != "old");
+        QCOMPARE(entryState(pointee), pointeeBefore);
     }
 };
 
