@@ -2,15 +2,24 @@
 
 #include "toolcommand.h"
 
-#include "fileops.h"
+#include "inputfile.h"
 #include "xmlhelpers.h"
 #include "xmljson.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace {
 
 using namespace ToolCommand;
+
+// Files named in the description are looked for beside it, or in the current folder when it
+// comes from standard input.
+QString defaultWorkspace(const QString &path)
+{
+    return InputFile::isStandardInput(path) ? QDir::currentPath() : QFileInfo(path).absolutePath();
+}
 
 int run(const Command &self, const CommandOptions &options)
 {
@@ -19,23 +28,22 @@ int run(const Command &self, const CommandOptions &options)
                                     ? QStringLiteral("missing FILE.xml")
                                     : QStringLiteral("expects one FILE.xml"));
     const QString path = options.positional.first();
-    // A FIFO would wait for a writer and a device might never end: only a regular file (or a
-    // link to one) is read.
-    if (FileOps::exists(path) && !FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
-        return failure(QStringLiteral("%1 is not a regular file").arg(path));
-    QByteArray xml;
-    if (!FileOps::readAll(path, &xml, FileOps::ReadLinks::Follow))
-        return failure(QStringLiteral("cannot read %1").arg(path));
+    QFile file;
+    if (const QString why = InputFile::open(path, &file); !why.isNull())
+        return failure(why);
+    const QByteArray xml = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return failure(QStringLiteral("cannot read %1").arg(InputFile::displayName(path)));
 
-    // Files named in the description are looked for beside it unless told otherwise.
     const QString workspace = options.has(QStringLiteral("workspace"))
                                   ? options.value(QStringLiteral("workspace"))
-                                  : QFileInfo(path).absolutePath();
+                                  : defaultWorkspace(path);
     const QString json =
         XmlJson::jsonFromXmlText(xml, options.value(QStringLiteral("relate")), workspace);
     if (json.isNull())
-        return failure(QStringLiteral("%1 is not well-formed XML or nests elements deeper than %2")
-                           .arg(path, QString::number(MaxDescriptionDepth)));
+        return failure(
+            QStringLiteral("%1 is not well-formed XML or nests elements deeper than %2")
+                .arg(InputFile::displayName(path), QString::number(MaxDescriptionDepth)));
     out(json);
     return Success;
 }
@@ -49,12 +57,13 @@ const Registration registration{
          "order, no spaces; an \"info\" root is an anonymous object. The position file is not\n"
          "applied (see imgbundle config). A description that nests elements more than\n"
          "%1 levels deep counts as damaged, like one that is not well-formed XML.\n"
+         "FILE.xml may be \"-\" for standard input.\n"
          "\n"
          "Options:\n"
          "  --relate PATH    folder under which existing files of type \"file\" are written,\n"
          "                   e.g. files/plugin as in the book; default: none\n"
          "  --workspace DIR  where files of type \"file\" are looked for; default: the folder\n"
-         "                   holding FILE.xml")
+         "                   holding FILE.xml, the current folder when FILE.xml is \"-\"")
          .arg(MaxDescriptionDepth),
      {{QStringLiteral("relate"), QStringLiteral("PATH")},
       {QStringLiteral("workspace"), QStringLiteral("DIR")}},

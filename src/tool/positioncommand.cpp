@@ -3,11 +3,13 @@
 #include "toolcommand.h"
 
 #include "fileops.h"
+#include "inputfile.h"
 #include "positionfile.h"
 #include "positionrect.h"
+#include "standardoutput.h"
 #include "writetarget.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QLocale>
 #include <charconv>
 #include <cmath>
@@ -30,17 +32,11 @@ int runRead(const Command &self, const CommandOptions &options)
     if (args.size() != 1)
         return usageError(self, args.isEmpty() ? QStringLiteral("missing FILE")
                                                : QStringLiteral("expects one FILE"));
-    const QString path = args.first();
-    if (!QFileInfo::exists(path))
-        return failure(QStringLiteral("no file at %1").arg(path));
-    if (QFileInfo(path).isDir())
-        return failure(QStringLiteral("%1 is a folder, not a position file").arg(path));
-    // A FIFO would wait for a writer and a device might never end: neither is read.
-    if (!FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
-        return failure(QStringLiteral("%1 is not a regular file").arg(path));
+    QFile file;
+    if (const QString why = InputFile::open(args.first(), &file); !why.isNull())
+        return failure(why);
     // A short or unreadable file reads as all zeros, as in the settings window.
-    const PositionRect rect =
-        PositionFile::read(path, FileOps::ReadLinks::Follow).value_or(PositionRect());
+    const PositionRect rect = PositionFile::read(file).value_or(PositionRect());
     out(QStringLiteral("left %1\ntop %2\nright %3\nbottom %4\ntransparency %5\nlayer %6")
             .arg(floatText(rect.left()), floatText(rect.top()), floatText(rect.right()),
                  floatText(rect.bottom()), floatText(rect.transparency()),
@@ -96,6 +92,10 @@ int runWrite(const Command &self, const CommandOptions &options)
     if (!rect)
         return code;
     const QString path = args.first();
+    if (path == QLatin1String("-")) {
+        StandardOutput::write(rect->toText());
+        return Success;
+    }
     if (const QString why = WriteTarget::refusal(path); !why.isNull())
         return failure(why);
     // What PositionRect::saveToFile does, but the window ignores a failed save and the tool
@@ -113,7 +113,7 @@ const Registration readRegistration{
          "Reads a six-line position file (\"settings.dat\", \"defaultsettings.dat\") and\n"
          "prints left, top, right, bottom, transparency and layer, one a line.\n"
          "Line ends \"\\r\\n\" read like \"\\n\"; a file of fewer than six lines, or one\n"
-         "that is not UTF-8 text, reads as all zeros."),
+         "that is not UTF-8 text, reads as all zeros. FILE may be \"-\" for standard input."),
      {},
      &runRead}};
 
@@ -129,7 +129,7 @@ const Registration writeRegistration{
          "\n"
          "FILE is replaced as a whole, never written in place: a link at FILE is replaced by\n"
          "the file, never written through; a folder, FIFO, device or socket is refused and\n"
-         "left as it is."),
+         "left as it is. FILE \"-\" writes the same bytes to standard output."),
      {},
      &runWrite}};
 

@@ -433,6 +433,88 @@ private slots:
         QVERIFY(readBytes(target) != "old");
         QCOMPARE(entryState(pointee), pointeeBefore);
     }
+
+    // ---- "-" for standard input (and, for position write, standard output)
+
+    void dashIsStandardInput_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QByteArray>("printed"); // for scramble: once unscrambled
+        const QByteArray xml = readBytes(m_xml);
+        const QByteArray script("var bookPlugin={\"a\":1};\n");
+        Setup toScramble;
+        toScramble.input = script;
+        const QByteArray scrambled = ToolRun::run({"scramble"}, toScramble).out;
+        const QString scrambledFile = fresh(QStringLiteral("bookPlugin.js"));
+        QVERIFY(writeBytes(scrambledFile, scrambled));
+        const QString scriptFile = fresh(QStringLiteral("script.js"));
+        QVERIFY(writeBytes(scriptFile, script));
+
+        QTest::newRow("position read - reads standard input")
+            << QStringList{"position", "read", "-"} << QByteArray("1\r\n2\n3\n4\n5\n6\n")
+            << sixValues;
+        QTest::newRow("position read - of five lines is all zeros")
+            << QStringList{"position", "read", "-"} << QByteArray("1\n2\n3\n4\n5")
+            << QByteArray("left 0\ntop 0\nright 0\nbottom 0\ntransparency 0\nlayer 0\n");
+        QTest::newRow("json - reads standard input, files beside the current folder")
+            << QStringList{"json", "-", "--relate", "r"} << xml
+            << QByteArray("{\"src\":\"r/pic.png\"}\n");
+        QTest::newRow("scramble - reads standard input")
+            << QStringList{"scramble", "-"} << script << script;
+        QTest::newRow("scramble FILE reads the file")
+            << QStringList{"scramble", scriptFile} << QByteArray("ignored") << script;
+        QTest::newRow("unscramble - reads standard input")
+            << QStringList{"unscramble", "-"} << scrambled << script;
+        QTest::newRow("unscramble FILE reads the file")
+            << QStringList{"unscramble", scrambledFile} << QByteArray("ignored") << script;
+        QTest::newRow("position write - writes standard output")
+            << QStringList{"position", "write", "-", "1", "2", "3", "4", "5", "-6"} << QByteArray()
+            << QByteArray("1.0\n2.0\n3.0\n4.0\n5.0\n-6");
+    }
+
+    void dashIsStandardInput()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QByteArray, input);
+        QFETCH(QByteArray, printed);
+        Setup setup;
+        setup.input = input;
+        setup.workingDir = m_dir.path(); // where pic.png is
+        const Result r = ToolRun::run(args, setup);
+        QVERIFY2(!r.crashed && r.exitCode == 0, r.err.constData());
+        QCOMPARE(r.err, QByteArray());
+        QByteArray out = r.out;
+        if (args.first() == QLatin1String("scramble")) {
+            setup.input = out;
+            out = ToolRun::run({"unscramble"}, setup).out;
+        }
+        QCOMPARE(out, printed);
+        QVERIFY(!QFileInfo::exists(m_dir.filePath(QStringLiteral("-"))));
+    }
+
+    // A FILE to filter is read like any other: a FIFO would wait for a writer, so it is refused.
+    void filterOfSpecialFileFails_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        const QString fifo = fresh(QStringLiteral("fifo"));
+        QVERIFY(SpecialEntries::makeFifo(fifo));
+        QTest::newRow("scramble of a FIFO") << QStringList{"scramble", fifo};
+        QTest::newRow("unscramble of a FIFO") << QStringList{"unscramble", fifo};
+        QTest::newRow("scramble of a folder") << QStringList{"scramble", m_dir.path()};
+        QTest::newRow("unscramble of a missing file")
+            << QStringList{"unscramble", fresh(QStringLiteral("missing"))};
+    }
+
+    void filterOfSpecialFileFails()
+    {
+        QFETCH(QStringList, args);
+        const Result r = ToolRun::run(args);
+        QVERIFY(!r.crashed);
+        QCOMPARE(r.exitCode, 1);
+        QCOMPARE(r.out, QByteArray());
+        QVERIFY2(isOneLine(r.err), r.err.constData());
+    }
 };
 
 QTEST_GUILESS_MAIN(TestCommandLine)
