@@ -515,6 +515,31 @@ private slots:
         QCOMPARE(r.out, QByteArray());
         QVERIFY2(isOneLine(r.err), r.err.constData());
     }
+
+    // ---- the manual page
+
+    // The build writes the manual page from the --help texts: each of them stands in it whole,
+    // set as roff reads it back ("\\" as "\\e", "-" as "\\-").
+    void manualPageHoldsEveryHelp_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::newRow("the overview") << QStringList{"--help"};
+        for (const QString &name : commandNames)
+            QTest::addRow("the help of %s", qPrintable(name))
+                << words(name) + QStringList{"--help"};
+    }
+
+    void manualPageHoldsEveryHelp()
+    {
+        QFETCH(QStringList, args);
+        const QByteArray page = readBytes(QStringLiteral(IMG_MAN_PAGE));
+        QVERIFY2(page.startsWith(".TH IMGBUNDLE 1 \"\" \"imgbundle " IMG_VERSION "\""),
+                 page.left(80).constData());
+        QByteArray help = ToolRun::run(args).out;
+        QVERIFY(!help.isEmpty());
+        help.replace("\\", "\\e").replace("-", "\\-");
+        QVERIFY2(page.contains(".nf\n" + help + ".fi\n"), help.constData());
+    }
 };
 
 QTEST_GUILESS_MAIN(TestCommandLine)
