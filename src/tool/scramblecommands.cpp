@@ -1,5 +1,5 @@
-// imgbundle scramble | unscramble: the book script's scrambling as a filter from a file or
-// standard input to standard output.
+// imgbundle scramble | unscramble: the book script's scrambling as a filter from standard input
+// to standard output.
 
 #include "toolcommand.h"
 
@@ -14,80 +14,68 @@ namespace {
 
 using namespace ToolCommand;
 
-// The bytes of the filter's one optional FILE, standard input when it is absent or "-"; nullopt
-// after an error, whose exit code is put in *code. *name is how messages name the input.
-std::optional<QByteArray> readInput(const Command &self, const QStringList &args, QString *name,
-                                    int *code)
+// Standard input, the filter's only input: no argument, or "-" naming it. nullopt after an
+// error, whose exit code is put in *code.
+std::optional<QByteArray> readInput(const Command &self, const QStringList &args, int *code)
 {
-    if (args.size() > 1) {
-        *code = usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.at(1)));
+    if (args.size() > 1 || (args.size() == 1 && !InputFile::isStandardInput(args.first()))) {
+        *code = usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.last()));
         return std::nullopt;
     }
-    const QString path = args.value(0, QStringLiteral("-"));
-    *name = InputFile::displayName(path);
-    QFile file;
-    QString why = InputFile::open(path, &file);
-    QByteArray bytes;
-    if (why.isNull()) {
-        bytes = file.readAll();
-        if (file.error() != QFileDevice::NoError)
-            why = QStringLiteral("cannot read %1").arg(*name);
-    }
-    if (!why.isNull()) {
-        *code = failure(why);
+    QFile input;
+    if (!InputFile::open(QStringLiteral("-"), &input).isNull()) {
+        *code = failure(QStringLiteral("cannot read standard input"));
         return std::nullopt;
     }
-    return bytes;
+    return input.readAll();
 }
 
 int runScramble(const Command &self, const CommandOptions &options)
 {
-    QString name;
     int code = Success;
-    const std::optional<QByteArray> bytes = readInput(self, options.positional, &name, &code);
+    const std::optional<QByteArray> bytes = readInput(self, options.positional, &code);
     if (!bytes)
         return code;
     QStringDecoder decode(QStringDecoder::Utf8);
     const QString text = decode(*bytes);
     if (decode.hasError())
-        return failure(QStringLiteral("%1 is not UTF-8 text").arg(name));
+        return failure(QStringLiteral("standard input is not UTF-8 text"));
     StandardOutput::write(scrambleScriptString(text).toLatin1());
     return Success;
 }
 
 int runUnscramble(const Command &self, const CommandOptions &options)
 {
-    QString name;
     int code = Success;
-    const std::optional<QByteArray> bytes = readInput(self, options.positional, &name, &code);
+    const std::optional<QByteArray> bytes = readInput(self, options.positional, &code);
     if (!bytes)
         return code;
     // A line break after the text, as an editor or echo leaves it, is not part of it.
     const std::optional<QString> text =
         unscrambleScriptString(QString::fromLatin1(bytes->trimmed()));
     if (!text)
-        return failure(QStringLiteral("%1 is not a scrambled script").arg(name));
+        return failure(QStringLiteral("standard input is not a scrambled script"));
     StandardOutput::write(text->toUtf8());
     return Success;
 }
 
 const Registration scrambleRegistration{
     {QStringLiteral("scramble"),
-     QStringLiteral("[FILE]"),
-     QStringLiteral("Scramble a script from FILE or standard input, as for bookPlugin.js."),
-     QStringLiteral("Reads UTF-8 text from FILE, or from standard input when FILE is absent or\n"
-                    "\"-\", and writes its scrambled form (letters, an eight-digit random key and\n"
-                    "\"_\", no line break) to standard output. Every run uses a new key."),
+     QStringLiteral("[-]"),
+     QStringLiteral("Scramble a script from standard input, as for bookPlugin.js."),
+     QStringLiteral("Reads UTF-8 text from standard input and writes its scrambled form (letters,\n"
+                    "an eight-digit random key and \"_\", no line break) to standard output.\n"
+                    "Every run uses a new key. \"-\" may name standard input."),
      {},
      &runScramble}};
 
 const Registration unscrambleRegistration{
     {QStringLiteral("unscramble"),
-     QStringLiteral("[FILE]"),
-     QStringLiteral("Restore a scrambled script from FILE or standard input."),
-     QStringLiteral("Reads a scrambled script (such as bookPlugin.js) from FILE, or from standard\n"
-                    "input when FILE is absent or \"-\", and writes the original text to standard\n"
-                    "output, byte for byte. Fails when the input is not of the scrambled form."),
+     QStringLiteral("[-]"),
+     QStringLiteral("Restore a scrambled script from standard input."),
+     QStringLiteral("Reads a scrambled script (such as bookPlugin.js) from standard input and\n"
+                    "writes the original text to standard output, byte for byte. Fails when the\n"
+                    "input is not of the scrambled form. \"-\" may name standard input."),
      {},
      &runUnscramble}};
 

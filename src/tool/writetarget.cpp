@@ -15,8 +15,8 @@ QString refusal(const QString &path)
     if (S_ISREG(st.st_mode) || S_ISLNK(st.st_mode))
         return QString();
     if (S_ISDIR(st.st_mode))
-        return QStringLiteral("%1 is a folder; nothing was written").arg(path);
-    return QStringLiteral("%1 is a FIFO, device or socket, not a regular file; nothing was written")
+        return QStringLiteral("cannot write %1: it is a folder, left as it is").arg(path);
+    return QStringLiteral("cannot write %1: it is a FIFO, device or socket, left as it is")
         .arg(path);
 }
 
