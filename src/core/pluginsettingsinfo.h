@@ -31,8 +31,9 @@ public:
 
     // The JSON text of an element of the description (book output).
     QString jsonFromXml(const QDomElement &element, const QString &relatePath) const;
-    // Writes "config.js" (empty relatePath) or the scrambled "bookPlugin.js".
-    void generateJSConfig(const QString &relatePath);
+    // Writes "config.js" (empty relatePath) or the scrambled "bookPlugin.js". False when nothing
+    // was written: no readable description or position file, or a failed write.
+    bool generateJSConfig(const QString &relatePath);
 
 private:
     // Writes the default identifier "img" back into the field when it is empty.

@@ -16,12 +16,12 @@ constexpr qsizetype MaxHeadSize = 16 * 1024 * 1024;
 
 // The first six lines and nothing after them: the rest is ignored anyway, so a huge file costs
 // no more than its head and bytes after the sixth line cannot make the file unreadable.
-QByteArray readHead(QFile &file)
+QByteArray readHead(QIODevice &device)
 {
     QByteArray data;
     qsizetype breaks = 0;
     while (breaks < LineCount && data.size() < MaxHeadSize) {
-        const QByteArray chunk = file.read(64 * 1024);
+        const QByteArray chunk = device.read(64 * 1024);
         if (chunk.isEmpty())
             break;
         breaks += chunk.count('\n');
@@ -61,9 +61,14 @@ std::optional<PositionRect> read(const QString &path, FileOps::ReadLinks links)
     QFile file;
     if (!FileOps::openForReading(&file, path, links))
         return std::nullopt;
+    return read(file);
+}
+
+std::optional<PositionRect> read(QIODevice &device)
+{
     // Text that is not UTF-8 cannot be read, which counts as a short file.
     QStringDecoder decode(QStringDecoder::Utf8);
-    const QString text = decode(readHead(file));
+    const QString text = decode(readHead(device));
     if (decode.hasError())
         return std::nullopt;
     return parse(text);

@@ -3,6 +3,7 @@
 #include "fileops.h"
 #include "positionrect.h"
 
+#include <QIODevice>
 #include <QString>
 #include <optional>
 
@@ -17,5 +18,7 @@ namespace PositionFile {
 std::optional<PositionRect> parse(const QString &text);
 std::optional<PositionRect> read(const QString &path,
                                  FileOps::ReadLinks links = FileOps::ReadLinks::NoFollow);
+// The same from a device already open for reading, such as standard input.
+std::optional<PositionRect> read(QIODevice &device);
 
 } // namespace PositionFile

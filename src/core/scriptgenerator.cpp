@@ -105,23 +105,22 @@ QString bookScript(const QString &json)
 
 } // namespace ScriptGenerator
 
-void PluginSettingsInfo::generateJSConfig(const QString &relatePath)
+bool PluginSettingsInfo::generateJSConfig(const QString &relatePath)
 {
     QDomElement root = getXMLFromWorkspace();
     if (root.isNull())
-        return;
+        return false;
     const std::optional<PositionRect> position = ScriptGenerator::workspacePosition(m_workSpace);
     if (!position)
-        return;
+        return false;
     ScriptGenerator::applyPosition(root, *position);
 
     if (!relatePath.isEmpty()) {
         const QString script = ScriptGenerator::bookScript(jsonFromXml(root, relatePath));
         // The book's script has no byte-order mark, unlike the preview's.
-        FileOps::writeAtomically(m_workSpace + QStringLiteral("/bookPlugin.js"),
-                                 scrambleScriptString(script).toUtf8());
-        return;
+        return FileOps::writeAtomically(m_workSpace + QStringLiteral("/bookPlugin.js"),
+                                        scrambleScriptString(script).toUtf8());
     }
-    UtilityFunction::writeString(ScriptGenerator::configScript(jsonFromXml(root, QString())),
-                                 m_workSpace + QStringLiteral("/config.js"));
+    return UtilityFunction::writeString(ScriptGenerator::configScript(jsonFromXml(root, QString())),
+                                        m_workSpace + QStringLiteral("/config.js"));
 }

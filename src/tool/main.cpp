@@ -1,8 +1,11 @@
 // imgbundle: the command-line tool over the core. The commands register themselves (see
 // toolcommand.h); this file only finds the one named on the command line and runs it.
 
+#include "overview.h"
+#include "standardoutput.h"
 #include "toolcommand.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QTextStream>
 #include <algorithm>
@@ -10,16 +13,6 @@
 namespace {
 
 using ToolCommand::Command;
-
-std::vector<const Command *> sortedCommands()
-{
-    std::vector<const Command *> list;
-    for (const Command &command : ToolCommand::commands())
-        list.push_back(&command);
-    std::sort(list.begin(), list.end(),
-              [](const Command *a, const Command *b) { return a->name < b->name; });
-    return list;
-}
 
 // The command whose words begin args, the longest such name winning; *used is its word count.
 const Command *findCommand(const QStringList &args, int *used)
@@ -38,30 +31,74 @@ const Command *findCommand(const QStringList &args, int *used)
     return best;
 }
 
-// The overview of every command whose name starts with prefix (all of them for an empty one).
-void printOverview(const QString &prefix)
-{
-    QString text = QStringLiteral("Usage: imgbundle COMMAND [ARGUMENTS]\n\n"
-                                  "Works on the image plugin's bundle and workspace.\n\n"
-                                  "Commands:\n");
-    for (const Command *command : sortedCommands()) {
-        if (!prefix.isEmpty() && !command->name.startsWith(prefix + QLatin1Char(' ')))
-            continue;
-        QString line = command->name;
-        if (!command->usage.isEmpty())
-            line += QLatin1Char(' ') + command->usage;
-        text += QLatin1String("  ") + line + QLatin1Char('\n') + QLatin1String("      ") +
-                command->summary + QLatin1Char('\n');
-    }
-    text += QStringLiteral("\nEvery command takes --help.");
-    ToolCommand::out(text);
-}
-
 bool isGroup(const QString &word)
 {
     const QString prefix = word + QLatin1Char(' ');
     return std::any_of(ToolCommand::commands().begin(), ToolCommand::commands().end(),
                        [&](const Command &c) { return c.name.startsWith(prefix); });
+}
+
+// One line on stderr for a wrong argument outside any command; where names the group, if any.
+int usageError(const QString &where, const QString &message)
+{
+    const QString prefix = where.isEmpty() ? QStringLiteral("imgbundle") : "imgbundle " + where;
+    QTextStream(stderr) << prefix << ": " << message << " (see " << prefix << " --help)\n";
+    return ToolCommand::UsageError;
+}
+
+// A group word without a command of it ("position --help") lists the group's commands.
+int runGroup(const QString &group, const QStringList &args)
+{
+    QString error;
+    const std::optional<CommandOptions> options = CommandOptions::parse(args, {}, &error);
+    if (!options)
+        return usageError(group, error);
+    if (!options->positional.isEmpty())
+        return usageError(
+            group, QStringLiteral("unknown command \"%1\"").arg(options->positional.first()));
+    if (!options->help)
+        return usageError(group, QStringLiteral("missing command"));
+    printOverview(group);
+    return ToolCommand::Success;
+}
+
+int runWords(const QStringList &words)
+{
+    if (words.isEmpty())
+        return usageError(QString(), QStringLiteral("missing command"));
+    if (words.first() == QLatin1String("help")) {
+        printOverview(QString());
+        return ToolCommand::Success;
+    }
+    int used = 0;
+    if (const Command *command = findCommand(words, &used))
+        return ToolCommand::runCommand(*command, words.mid(used));
+    if (isGroup(words.first()))
+        return runGroup(words.first(), words.mid(1));
+    return usageError(QString(), QStringLiteral("unknown command \"%1\"").arg(words.first()));
+}
+
+// The tool's own options stand before the command; everything from the command on is the
+// command's.
+int run(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
+    const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption version(QStringLiteral("version"));
+    parser.addOptions({help, version});
+    if (!parser.parse(arguments))
+        return usageError(QString(), CommandOptions::parseError(parser, arguments.mid(1)));
+    if (parser.isSet(help)) {
+        printOverview(QString());
+        return ToolCommand::Success;
+    }
+    if (parser.isSet(version)) {
+        ToolCommand::out(QStringLiteral("imgbundle " IMG_VERSION));
+        return ToolCommand::Success;
+    }
+    return runWords(parser.positionalArguments());
 }
 
 } // namespace
@@ -70,44 +107,6 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("imgbundle"));
-    const QStringList args = app.arguments().mid(1);
-
-    if (args.isEmpty()) {
-        printOverview(QString());
-        return ToolCommand::UsageError;
-    }
-    if (args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h") ||
-        args.first() == QLatin1String("help")) {
-        printOverview(QString());
-        return ToolCommand::Success;
-    }
-
-    int used = 0;
-    if (const Command *command = findCommand(args, &used)) {
-        const QStringList rest = args.mid(used);
-        if (ToolCommand::wantsHelp(rest)) {
-            ToolCommand::printHelp(*command);
-            return ToolCommand::Success;
-        }
-        return command->run(*command, rest);
-    }
-
-    // A group word alone or with --help ("position --help") lists its commands.
-    if (isGroup(args.first())) {
-        const bool help = ToolCommand::wantsHelp(args.mid(1));
-        if (help) {
-            printOverview(args.first());
-            return ToolCommand::Success;
-        }
-        QTextStream(stderr) << "imgbundle " << args.first() << ": "
-                            << (args.size() > 1
-                                    ? QStringLiteral("unknown command \"%1\"").arg(args.at(1))
-                                    : QStringLiteral("missing command"))
-                            << " (see imgbundle " << args.first() << " --help)\n";
-        return ToolCommand::UsageError;
-    }
-
-    QTextStream(stderr) << "imgbundle: unknown command \"" << args.first()
-                        << "\" (see imgbundle --help)\n";
-    return ToolCommand::UsageError;
+    QCoreApplication::setApplicationVersion(QStringLiteral(IMG_VERSION));
+    return StandardOutput::finish(run(app.arguments()));
 }

@@ -3,10 +3,13 @@
 #include "toolcommand.h"
 
 #include "fileops.h"
+#include "inputfile.h"
 #include "positionfile.h"
 #include "positionrect.h"
+#include "standardoutput.h"
+#include "writetarget.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QLocale>
 #include <charconv>
 #include <cmath>
@@ -23,22 +26,17 @@ QString floatText(float value)
     return QString::fromLatin1(buffer, int(result.ptr - buffer));
 }
 
-int runRead(const Command &self, const QStringList &args)
+int runRead(const Command &self, const CommandOptions &options)
 {
+    const QStringList &args = options.positional;
     if (args.size() != 1)
         return usageError(self, args.isEmpty() ? QStringLiteral("missing FILE")
                                                : QStringLiteral("expects one FILE"));
-    const QString path = args.first();
-    if (!QFileInfo::exists(path))
-        return failure(QStringLiteral("no file at %1").arg(path));
-    if (QFileInfo(path).isDir())
-        return failure(QStringLiteral("%1 is a folder, not a position file").arg(path));
-    // A FIFO would wait for a writer and a device might never end: neither is read.
-    if (!FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
-        return failure(QStringLiteral("%1 is not a regular file").arg(path));
+    QFile file;
+    if (const QString why = InputFile::open(args.first(), &file); !why.isNull())
+        return failure(why);
     // A short or unreadable file reads as all zeros, as in the settings window.
-    const PositionRect rect =
-        PositionFile::read(path, FileOps::ReadLinks::Follow).value_or(PositionRect());
+    const PositionRect rect = PositionFile::read(file).value_or(PositionRect());
     out(QStringLiteral("left %1\ntop %2\nright %3\nbottom %4\ntransparency %5\nlayer %6")
             .arg(floatText(rect.left()), floatText(rect.top()), floatText(rect.right()),
                  floatText(rect.bottom()), floatText(rect.transparency()),
@@ -53,23 +51,26 @@ bool parseFloat(const QString &text, float *value)
     return ok && std::isfinite(*value);
 }
 
-int runWrite(const Command &self, const QStringList &args)
+// The margins, the transparency and the layer given after FILE; nullopt after a usage error,
+// whose exit code is put in *code.
+std::optional<PositionRect> rectFromArguments(const Command &self, const QStringList &args,
+                                              int *code)
 {
     static const char *const names[] = {"LEFT", "TOP", "RIGHT", "BOTTOM", "TRANSPARENCY"};
-    if (args.size() != 7)
-        return usageError(
-            self, QStringLiteral("expects FILE and six values, got %1 arguments").arg(args.size()));
     float values[5];
     for (int i = 0; i < 5; ++i) {
-        if (!parseFloat(args.at(i + 1), &values[i]))
-            return usageError(self, QStringLiteral("%1 is not a number: \"%2\"")
-                                        .arg(QLatin1String(names[i]), args.at(i + 1)));
+        if (!parseFloat(args.at(i + 1), &values[i])) {
+            *code = usageError(self, QStringLiteral("%1 is not a number: \"%2\"")
+                                         .arg(QLatin1String(names[i]), args.at(i + 1)));
+            return std::nullopt;
+        }
     }
     bool ok = false;
     const int layer = QLocale::c().toInt(args.at(6), &ok);
-    if (!ok)
-        return usageError(self, QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
-
+    if (!ok) {
+        *code = usageError(self, QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
+        return std::nullopt;
+    }
     PositionRect rect;
     rect.setLeft(values[0]);
     rect.setTop(values[1]);
@@ -77,23 +78,43 @@ int runWrite(const Command &self, const QStringList &args)
     rect.setBottom(values[3]);
     rect.setTransparency(values[4]);
     rect.setLayer(layer);
+    return rect;
+}
+
+int runWrite(const Command &self, const CommandOptions &options)
+{
+    const QStringList &args = options.positional;
+    if (args.size() != 7)
+        return usageError(
+            self, QStringLiteral("expects FILE and six values, got %1 arguments").arg(args.size()));
+    int code = Success;
+    const std::optional<PositionRect> rect = rectFromArguments(self, args, &code);
+    if (!rect)
+        return code;
     const QString path = args.first();
-    rect.saveToFile(path);
-    // saveToFile ignores a failed write, as the window does; the tool checks and says so.
-    QByteArray written;
-    if (!FileOps::readAll(path, &written, FileOps::ReadLinks::Follow) || written != rect.toText())
+    if (path == QLatin1String("-")) {
+        StandardOutput::write(rect->toText());
+        return Success;
+    }
+    if (const QString why = WriteTarget::refusal(path); !why.isNull())
+        return failure(why);
+    // What PositionRect::saveToFile does, but the window ignores a failed save and the tool
+    // says so.
+    if (!FileOps::writeAtomically(path, rect->toText()))
         return failure(QStringLiteral("could not write %1").arg(path));
     return Success;
 }
 
 const Registration readRegistration{
-    {QStringLiteral("position read"), QStringLiteral("FILE"),
+    {QStringLiteral("position read"),
+     QStringLiteral("FILE"),
      QStringLiteral("Print the six values of a position file as the settings window reads them."),
      QStringLiteral(
          "Reads a six-line position file (\"settings.dat\", \"defaultsettings.dat\") and\n"
          "prints left, top, right, bottom, transparency and layer, one a line.\n"
          "Line ends \"\\r\\n\" read like \"\\n\"; a file of fewer than six lines, or one\n"
-         "that is not UTF-8 text, reads as all zeros."),
+         "that is not UTF-8 text, reads as all zeros. FILE may be \"-\" for standard input."),
+     {},
      &runRead}};
 
 const Registration writeRegistration{
@@ -104,7 +125,12 @@ const Registration writeRegistration{
          "Writes the six-line position file as the settings window saves it: the margins\n"
          "(percent of the page) and the transparency with one decimal (\"%.1f\"), the\n"
          "layer as an integer, joined by \"\\n\" with no newline at the end.\n"
-         "Negative values are written as they are."),
+         "Negative values are written as they are.\n"
+         "\n"
+         "FILE is replaced as a whole, never written in place: a link at FILE is replaced by\n"
+         "the file, never written through; a folder, FIFO, device or socket is refused and\n"
+         "left as it is. FILE \"-\" writes the same bytes to standard output."),
+     {},
      &runWrite}};
 
 } // namespace

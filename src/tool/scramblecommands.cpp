@@ -3,76 +3,80 @@
 
 #include "toolcommand.h"
 
+#include "inputfile.h"
 #include "scrambler.h"
+#include "standardoutput.h"
 
 #include <QFile>
 #include <QStringDecoder>
-#include <cstdio>
 
 namespace {
 
 using namespace ToolCommand;
 
-bool readInput(QByteArray *bytes)
+// Standard input, the filter's only input: no argument, or "-" naming it. nullopt after an
+// error, whose exit code is put in *code.
+std::optional<QByteArray> readInput(const Command &self, const QStringList &args, int *code)
 {
+    if (args.size() > 1 || (args.size() == 1 && !InputFile::isStandardInput(args.first()))) {
+        *code = usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.last()));
+        return std::nullopt;
+    }
     QFile input;
-    if (!input.open(stdin, QIODevice::ReadOnly))
-        return false;
-    *bytes = input.readAll();
-    return true;
+    if (!InputFile::open(QStringLiteral("-"), &input).isNull()) {
+        *code = failure(QStringLiteral("cannot read standard input"));
+        return std::nullopt;
+    }
+    return input.readAll();
 }
 
-void writeOutput(const QByteArray &bytes)
+int runScramble(const Command &self, const CommandOptions &options)
 {
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-    std::fflush(stdout);
-}
-
-int runScramble(const Command &self, const QStringList &args)
-{
-    if (!args.isEmpty())
-        return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.first()));
-    QByteArray bytes;
-    if (!readInput(&bytes))
-        return failure(QStringLiteral("cannot read standard input"));
+    int code = Success;
+    const std::optional<QByteArray> bytes = readInput(self, options.positional, &code);
+    if (!bytes)
+        return code;
     QStringDecoder decode(QStringDecoder::Utf8);
-    const QString text = decode(bytes);
+    const QString text = decode(*bytes);
     if (decode.hasError())
         return failure(QStringLiteral("standard input is not UTF-8 text"));
-    writeOutput(scrambleScriptString(text).toLatin1());
+    StandardOutput::write(scrambleScriptString(text).toLatin1());
     return Success;
 }
 
-int runUnscramble(const Command &self, const QStringList &args)
+int runUnscramble(const Command &self, const CommandOptions &options)
 {
-    if (!args.isEmpty())
-        return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.first()));
-    QByteArray bytes;
-    if (!readInput(&bytes))
-        return failure(QStringLiteral("cannot read standard input"));
+    int code = Success;
+    const std::optional<QByteArray> bytes = readInput(self, options.positional, &code);
+    if (!bytes)
+        return code;
     // A line break after the text, as an editor or echo leaves it, is not part of it.
     const std::optional<QString> text =
-        unscrambleScriptString(QString::fromLatin1(bytes.trimmed()));
+        unscrambleScriptString(QString::fromLatin1(bytes->trimmed()));
     if (!text)
         return failure(QStringLiteral("standard input is not a scrambled script"));
-    writeOutput(text->toUtf8());
+    StandardOutput::write(text->toUtf8());
     return Success;
 }
 
 const Registration scrambleRegistration{
-    {QStringLiteral("scramble"), QString(),
+    {QStringLiteral("scramble"),
+     QStringLiteral("[-]"),
      QStringLiteral("Scramble a script from standard input, as for bookPlugin.js."),
      QStringLiteral("Reads UTF-8 text from standard input and writes its scrambled form (letters,\n"
                     "an eight-digit random key and \"_\", no line break) to standard output.\n"
-                    "Every run uses a new key."),
+                    "Every run uses a new key. \"-\" may name standard input."),
+     {},
      &runScramble}};
 
 const Registration unscrambleRegistration{
-    {QStringLiteral("unscramble"), QString(),
+    {QStringLiteral("unscramble"),
+     QStringLiteral("[-]"),
      QStringLiteral("Restore a scrambled script from standard input."),
      QStringLiteral("Reads a scrambled script (such as bookPlugin.js) from standard input and\n"
                     "writes the original text to standard output, byte for byte. Fails when the\n"
-                    "input is not of the scrambled form."),
+                    "input is not of the scrambled form. \"-\" may name standard input."),
+     {},
      &runUnscramble}};
 
 } // namespace

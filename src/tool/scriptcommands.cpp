@@ -1,9 +1,10 @@
 // imgbundle config | publish: the scripts that the preview page and the book load.
 
-#include "commandoptions.h"
+#include "toolcommand.h"
 
 #include "pluginsettingsinfo.h"
 #include "scriptgenerator.h"
+#include "writetarget.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,17 +14,13 @@ namespace {
 using namespace ToolCommand;
 
 // Generates one script of the workspace named by --workspace and prints its path.
-int generate(const Command &self, const QStringList &args, const QString &relatePath,
+int generate(const Command &self, const CommandOptions &options, const QString &relatePath,
              const QString &fileName)
 {
-    int code = Success;
-    const auto options = CommandOptions::parse(self, args, {QStringLiteral("--workspace")}, &code);
-    if (!options)
-        return code;
-    if (!options->positional.isEmpty())
+    if (!options.positional.isEmpty())
         return usageError(
-            self, QStringLiteral("unexpected argument \"%1\"").arg(options->positional.first()));
-    const QString workspace = options->value(QStringLiteral("--workspace"));
+            self, QStringLiteral("unexpected argument \"%1\"").arg(options.positional.first()));
+    const QString workspace = options.value(QStringLiteral("workspace"));
     if (workspace.isEmpty())
         return usageError(self, QStringLiteral("--workspace DIR is required"));
     if (!QFileInfo(workspace).isDir())
@@ -40,47 +37,54 @@ int generate(const Command &self, const QStringList &args, const QString &relate
             QStringLiteral("no settings.dat or defaultsettings.dat in %1").arg(workspace));
 
     const QString target = info.workSpace() + QLatin1Char('/') + fileName;
-    if (QFileInfo(target).isDir() || !QFileInfo(info.workSpace()).isWritable())
-        return failure(QStringLiteral("cannot write %1").arg(target));
-    info.generateJSConfig(relatePath);
-    if (!QFileInfo(target).isFile())
+    if (const QString why = WriteTarget::refusal(target); !why.isNull())
+        return failure(why);
+    if (!info.generateJSConfig(relatePath))
         return failure(QStringLiteral("could not write %1").arg(target));
     out(target);
     return Success;
 }
 
-int runConfig(const Command &self, const QStringList &args)
+int runConfig(const Command &self, const CommandOptions &args)
 {
     return generate(self, args, QString(), QStringLiteral("config.js"));
 }
 
-int runPublish(const Command &self, const QStringList &args)
+int runPublish(const Command &self, const CommandOptions &args)
 {
     return generate(self, args, QStringLiteral("files/plugin"), QStringLiteral("bookPlugin.js"));
 }
 
-const QString workspaceOption =
-    QStringLiteral("\n\nOptions:\n"
-                   "  --workspace DIR  the workspace folder holding img.xml and settings.dat (or\n"
-                   "                   defaultsettings.dat)");
+const QString workspaceOption = QStringLiteral(
+    "\n\nThe script is replaced as a whole: a link in its place is replaced, a folder,\n"
+    "FIFO, device or socket is refused and left as it is.\n"
+    "\nOptions:\n"
+    "  --workspace DIR  the workspace folder holding img.xml and settings.dat (or\n"
+    "                   defaultsettings.dat)");
+
+const ValueOption workspaceValue{QStringLiteral("workspace"), QStringLiteral("DIR")};
 
 const Registration configRegistration{
-    {QStringLiteral("config"), QStringLiteral("--workspace DIR"),
+    {QStringLiteral("config"),
+     QStringLiteral("--workspace DIR"),
      QStringLiteral("Write the preview's config.js in a workspace."),
      QStringLiteral(
          "Copies the position file into the description and writes \"config.js\": the\n"
          "byte-order mark and var config={...}; on one line, as the settings window does on\n"
          "every save. Prints the path written.") +
          workspaceOption,
+     {workspaceValue},
      &runConfig}};
 
 const Registration publishRegistration{
-    {QStringLiteral("publish"), QStringLiteral("--workspace DIR"),
+    {QStringLiteral("publish"),
+     QStringLiteral("--workspace DIR"),
      QStringLiteral("Write the book's scrambled bookPlugin.js in a workspace."),
      QStringLiteral("Writes \"bookPlugin.js\" as OK in the settings window does: var\n"
                     "bookPlugin={...}; with files pointing into files/plugin, scrambled, without\n"
                     "byte-order mark. Prints the path written.") +
          workspaceOption,
+     {workspaceValue},
      &runPublish}};
 
 } // namespace

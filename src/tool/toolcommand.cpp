@@ -1,7 +1,8 @@
 #include "toolcommand.h"
 
+#include "standardoutput.h"
+
 #include <QTextStream>
-#include <cstdio>
 
 namespace ToolCommand {
 
@@ -25,10 +26,23 @@ const std::vector<Command> &commands()
     return registry();
 }
 
+int runCommand(const Command &command, const QStringList &args)
+{
+    QString error;
+    const std::optional<CommandOptions> options =
+        CommandOptions::parse(args, command.options, &error);
+    if (!options)
+        return usageError(command, error);
+    if (options->help) {
+        printHelp(command);
+        return Success;
+    }
+    return command.run(command, *options);
+}
+
 void out(const QString &text)
 {
-    QTextStream stream(stdout);
-    stream << text << '\n';
+    StandardOutput::writeLine(text);
 }
 
 int failure(const QString &message)
@@ -44,11 +58,6 @@ int usageError(const Command &command, const QString &message)
     stream << "imgbundle " << command.name << ": " << message << " (see imgbundle " << command.name
            << " --help)\n";
     return UsageError;
-}
-
-bool wantsHelp(const QStringList &args)
-{
-    return args.contains(QLatin1String("--help")) || args.contains(QLatin1String("-h"));
 }
 
 void printHelp(const Command &command)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "commandoptions.h"
+
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -9,9 +12,10 @@
 // static ToolCommand::Registration, so that adding one never touches main.cpp:
 //
 //     const ToolCommand::Registration registration{
-//         {QStringLiteral("position read"), usage, summary, help, &runPositionRead}};
+//         {QStringLiteral("position read"), usage, summary, help, options, &runPositionRead}};
 //
-// The name may have several words ("position read"); the arguments after them reach run(),
+// The name may have several words ("position read"); the arguments after them are parsed by
+// the one rule of CommandOptions (with the command's value options) before they reach run(),
 // which also gets its own Command for error messages.
 namespace ToolCommand {
 
@@ -19,13 +23,17 @@ namespace ToolCommand {
 // Failure when the work itself failed.
 enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
 
+struct Command;
+using Run = std::function<int(const Command &self, const CommandOptions &args)>;
+
 struct Command
 {
-    QString name;    // "workspace", "position read"
-    QString usage;   // the arguments after the name, e.g. "FILE"
-    QString summary; // one line for the overview
-    QString help;    // what --help prints after the usage line
-    std::function<int(const Command &self, const QStringList &args)> run;
+    QString name;               // "workspace", "position read"
+    QString usage;              // the arguments after the name, e.g. "FILE"
+    QString summary;            // one line for the overview
+    QString help;               // what --help prints after the usage line
+    QList<ValueOption> options; // the options that take a value; --help is every command's
+    Run run;
 };
 
 struct Registration
@@ -35,11 +43,13 @@ struct Registration
 
 const std::vector<Command> &commands();
 
+// Parses args for command and runs it, or prints its help.
+int runCommand(const Command &command, const QStringList &args);
+
 // Output helpers shared by the commands.
 void out(const QString &text);                                  // text + "\n" on stdout
 int usageError(const Command &command, const QString &message); // one line on stderr
 int failure(const QString &message);                            // one line on stderr
-bool wantsHelp(const QStringList &args);                        // "--help" or "-h" anywhere
 void printHelp(const Command &command);
 
 } // namespace ToolCommand

@@ -24,43 +24,20 @@ QString defaultBundle()
     return QStringLiteral(IMG_DEFAULT_BUNDLE);
 }
 
-int run(const Command &self, const QStringList &args)
+// The folder an option names, made absolute; empty when the option was not given.
+QString absoluteOption(const CommandOptions &options, const QString &name)
 {
-    QString bundle;
-    QString workspace;
-    for (int i = 0; i < args.size(); ++i) {
-        const QString &arg = args.at(i);
-        QString *target = nullptr;
-        QString name = arg;
-        QString value;
-        bool inlineValue = false;
-        if (const qsizetype eq = arg.indexOf(QLatin1Char('='));
-            arg.startsWith(QLatin1String("--")) && eq > 0) {
-            name = arg.left(eq);
-            value = arg.mid(eq + 1);
-            inlineValue = true;
-        }
-        if (name == QLatin1String("--bundle"))
-            target = &bundle;
-        else if (name == QLatin1String("--workspace"))
-            target = &workspace;
-        else if (arg.startsWith(QLatin1Char('-')))
-            return usageError(self, QStringLiteral("unknown option \"%1\"").arg(arg));
-        else
-            return usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(arg));
-        if (!inlineValue) {
-            if (i + 1 >= args.size())
-                return usageError(self, QStringLiteral("%1 needs a folder").arg(name));
-            value = args.at(++i);
-        }
-        if (value.isEmpty())
-            return usageError(self, QStringLiteral("%1 needs a folder").arg(name));
-        *target = QFileInfo(value).absoluteFilePath();
-    }
+    return options.has(name) ? QFileInfo(options.value(name)).absoluteFilePath() : QString();
+}
 
-    if (bundle.isEmpty())
-        bundle = defaultBundle();
-    bundle = QDir::cleanPath(bundle);
+int run(const Command &self, const CommandOptions &options)
+{
+    if (!options.positional.isEmpty())
+        return usageError(
+            self, QStringLiteral("unexpected argument \"%1\"").arg(options.positional.first()));
+    const QString workspace = absoluteOption(options, QStringLiteral("workspace"));
+    QString bundle = absoluteOption(options, QStringLiteral("bundle"));
+    bundle = QDir::cleanPath(bundle.isEmpty() ? defaultBundle() : bundle);
     if (!QFileInfo(BundlePaths::resourcePath(bundle)).isDir())
         return failure(QStringLiteral("no bundle at %1 (it needs Contents/Resources)").arg(bundle));
     if (!workspace.isEmpty() && QFileInfo::exists(workspace) && !QFileInfo(workspace).isDir())
@@ -80,7 +57,8 @@ int run(const Command &self, const QStringList &args)
 }
 
 const Registration registration{
-    {QStringLiteral("workspace"), QStringLiteral("[--bundle DIR] [--workspace DIR]"),
+    {QStringLiteral("workspace"),
+     QStringLiteral("[--bundle DIR] [--workspace DIR]"),
      QStringLiteral(
          "Load the workspace, creating it or topping it up from the bundle; print its path."),
      QStringLiteral(
@@ -94,6 +72,8 @@ const Registration registration{
          "                   default: the installed or freshly built img.bundle\n"
          "  --workspace DIR  the workspace folder; default: the host's plugin save folder + "
          "\"img\""),
+     {{QStringLiteral("bundle"), QStringLiteral("DIR")},
+      {QStringLiteral("workspace"), QStringLiteral("DIR")}},
      &run}};
 
 } // namespace

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+// The tool's --help: its usage, the commands whose names start with a group word (all of them
+// for an empty group) and the rules that every command follows.
+void printOverview(const QString &group);
