@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   qt6-webengine-dev qt6-webengine-dev-tools libqt6webenginecore6-bin
   libgl-dev libxkbcommon-dev
-  qt6-qpa-plugins libqt6svg6
+  qt6-qpa-plugins libqt6svg6 qt6-translations-l10n
   xvfb xauth x11-utils imagemagick
   fonts-dejavu-core fonts-noto-cjk
   nodejs

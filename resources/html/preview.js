@@ -4,11 +4,17 @@
 (function () {
     'use strict';
 
+    // The settings window gives its own language's texts before the page loads; a page opened
+    // on its own speaks English.
+    var given = typeof window.imgPreviewTexts === 'object' && window.imgPreviewTexts !== null
+        ? window.imgPreviewTexts : {};
     var texts = {
-        none: 'No image chosen',
-        broken: 'The image cannot be loaded',
-        nosettings: 'No settings to preview yet'
+        none: given.none || 'No image chosen',
+        broken: given.broken || 'The image cannot be loaded',
+        nosettings: given.nosettings || 'No settings to preview yet'
     };
+    if (typeof given.lang === 'string' && given.lang)
+        document.documentElement.lang = given.lang;
 
     var page = document.getElementById('page');
     var placeholder = document.getElementById('placeholder');

@@ -63,6 +63,22 @@
         <source>Restoring the workspace…</source>
         <translation>Der Arbeitsbereich wird wiederhergestellt …</translation>
     </message>
+    <message>
+        <source>Left %1 %, top %2 %, right %3 %, bottom %4 %</source>
+        <translation>Links %1 %, oben %2 %, rechts %3 %, unten %4 %</translation>
+    </message>
+    <message>
+        <source>No settings to preview yet</source>
+        <translation>Noch keine Einstellungen für die Vorschau</translation>
+    </message>
+    <message>
+        <source>No image chosen</source>
+        <translation>Kein Bild gewählt</translation>
+    </message>
+    <message>
+        <source>The image cannot be loaded</source>
+        <translation>Das Bild kann nicht geladen werden</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -71,48 +87,120 @@
         <translation>Plugin-Einstellungen - Image Plugin</translation>
     </message>
     <message>
-        <source>Position on the page</source>
-        <translation>Position auf der Seite</translation>
+        <source>&amp;Position on the page</source>
+        <translation>&amp;Position auf der Seite</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Where the image lies on the page. Arrow keys move it by 1 %, with Shift by 10 %; with Alt they move its right or bottom edge.</source>
+        <translation>Wo das Bild auf der Seite liegt. Die Pfeiltasten verschieben es um 1 %, mit Umschalt um 10 %; mit Alt verschieben sie seinen rechten oder unteren Rand.</translation>
     </message>
     <message>
         <source>Drag the box to move the image; drag its handles to resize it.</source>
         <translation>Ziehen Sie den Rahmen, um das Bild zu verschieben, oder seine Griffe, um die Größe zu ändern.</translation>
     </message>
     <message>
-        <source>Left (%):</source>
-        <translation>Links (%):</translation>
+        <source>&amp;Left (%):</source>
+        <translation>&amp;Links (%):</translation>
     </message>
     <message>
-        <source>Top (%):</source>
-        <translation>Oben (%):</translation>
+        <source>Left margin (%)</source>
+        <translation>Linker Rand (%)</translation>
     </message>
     <message>
-        <source>Right (%):</source>
-        <translation>Rechts (%):</translation>
+        <source>The image's distance from the page's left edge, in percent of the page's width.</source>
+        <translation>Der Abstand des Bildes vom linken Seitenrand, in Prozent der Seitenbreite.</translation>
     </message>
     <message>
-        <source>Bottom (%):</source>
-        <translation>Unten (%):</translation>
+        <source>&amp;Top (%):</source>
+        <translation>&amp;Oben (%):</translation>
+    </message>
+    <message>
+        <source>Top margin (%)</source>
+        <translation>Oberer Rand (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's top edge, in percent of the page's height.</source>
+        <translation>Der Abstand des Bildes vom oberen Seitenrand, in Prozent der Seitenhöhe.</translation>
+    </message>
+    <message>
+        <source>&amp;Right (%):</source>
+        <translation>&amp;Rechts (%):</translation>
+    </message>
+    <message>
+        <source>Right margin (%)</source>
+        <translation>Rechter Rand (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's right edge, in percent of the page's width.</source>
+        <translation>Der Abstand des Bildes vom rechten Seitenrand, in Prozent der Seitenbreite.</translation>
+    </message>
+    <message>
+        <source>&amp;Bottom (%):</source>
+        <translation>&amp;Unten (%):</translation>
+    </message>
+    <message>
+        <source>Bottom margin (%)</source>
+        <translation>Unterer Rand (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's bottom edge, in percent of the page's height.</source>
+        <translation>Der Abstand des Bildes vom unteren Seitenrand, in Prozent der Seitenhöhe.</translation>
     </message>
     <message>
         <source>Appearance</source>
         <translation>Darstellung</translation>
     </message>
     <message>
-        <source>Transparency (%):</source>
-        <translation>Transparenz (%):</translation>
+        <source>Tr&amp;ansparency (%):</source>
+        <translation>&amp;Transparenz (%):</translation>
     </message>
     <message>
-        <source>Layer:</source>
-        <translation>Ebene:</translation>
+        <source>Transparency</source>
+        <translation>Transparenz</translation>
     </message>
     <message>
-        <source>Above the page content</source>
-        <translation>Über dem Seiteninhalt</translation>
+        <source>How much of the page shows through the image, from 0 % (opaque) to 100 % (invisible).</source>
+        <translation>Wie viel der Seite durch das Bild scheint, von 0 % (deckend) bis 100 % (unsichtbar).</translation>
     </message>
     <message>
-        <source>Below the page content</source>
-        <translation>Unter dem Seiteninhalt</translation>
+        <source>Transparency (%)</source>
+        <translation>Transparenz (%)</translation>
+    </message>
+    <message>
+        <source>The transparency in percent, from 0 to 100.</source>
+        <translation>Die Transparenz in Prozent, von 0 bis 100.</translation>
+    </message>
+    <message>
+        <source>La&amp;yer:</source>
+        <translation>&amp;Ebene:</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Whether the image lies above or below the page's own content.</source>
+        <translation>Ob das Bild über oder unter dem Inhalt der Seite liegt.</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ve the page content</source>
+        <translation>Über dem Seiten&amp;inhalt</translation>
+    </message>
+    <message>
+        <source>The image covers the page's text.</source>
+        <translation>Das Bild verdeckt den Text der Seite.</translation>
+    </message>
+    <message>
+        <source>Belo&amp;w the page content</source>
+        <translation>Unter dem Seiteninh&amp;alt</translation>
+    </message>
+    <message>
+        <source>The page's text covers the image.</source>
+        <translation>Der Text der Seite verdeckt das Bild.</translation>
     </message>
     <message>
         <source>Image</source>
@@ -123,8 +211,12 @@
         <translation>Vorschau</translation>
     </message>
     <message>
-        <source>Default</source>
-        <translation>Standard</translation>
+        <source>The page as the book will show it, rebuilt shortly after each change.</source>
+        <translation>Die Seite, wie das Buch sie zeigen wird, kurz nach jeder Änderung neu aufgebaut.</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>&amp;Standard</translation>
     </message>
     <message>
         <source>Put the image back at its default position.</source>
@@ -135,31 +227,71 @@
         <translation>OK</translation>
     </message>
     <message>
+        <source>Apply the settings and close the window.</source>
+        <translation>Übernimmt die Einstellungen und schließt das Fenster.</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Undo every change made in this window and close it.</source>
+        <translation>Macht jede Änderung in diesem Fenster rückgängig und schließt es.</translation>
     </message>
 </context>
 <context>
     <name>PrivateView</name>
     <message>
-        <source>Link</source>
-        <translation>Link</translation>
+        <source>Lin&amp;k</source>
+        <translation>Lin&amp;k</translation>
+    </message>
+    <message>
+        <source>Use an image from the web.</source>
+        <translation>Ein Bild aus dem Web verwenden.</translation>
+    </message>
+    <message>
+        <source>Web address of the image</source>
+        <translation>Webadresse des Bildes</translation>
+    </message>
+    <message>
+        <source>An http or https address of the image.</source>
+        <translation>Eine http- oder https-Adresse des Bildes.</translation>
     </message>
     <message>
         <source>http://</source>
         <translation>http://</translation>
     </message>
     <message>
-        <source>Local file</source>
-        <translation>Lokale Datei</translation>
+        <source>Local &amp;file</source>
+        <translation>Lokale &amp;Datei</translation>
     </message>
     <message>
-        <source>Browse...</source>
-        <translation>Durchsuchen...</translation>
+        <source>Use an image file from this computer; it is copied into the book.</source>
+        <translation>Eine Bilddatei von diesem Computer verwenden; sie wird in das Buch kopiert.</translation>
     </message>
     <message>
-        <source>Save</source>
-        <translation>Speichern</translation>
+        <source>Chosen image file</source>
+        <translation>Gewählte Bilddatei</translation>
+    </message>
+    <message>
+        <source>The name of the image file copied into the book. Choose it with Browse.</source>
+        <translation>Der Name der Bilddatei, die in das Buch kopiert wird. Wählen Sie sie mit „Durchsuchen“.</translation>
+    </message>
+    <message>
+        <source>Br&amp;owse...</source>
+        <translation>Durchsuc&amp;hen...</translation>
+    </message>
+    <message>
+        <source>Choose an image file from this computer.</source>
+        <translation>Eine Bilddatei auf diesem Computer auswählen.</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>Spei&amp;chern</translation>
+    </message>
+    <message>
+        <source>Save the image choice.</source>
+        <translation>Die Bildauswahl speichern.</translation>
     </message>
 </context>
 </TS>

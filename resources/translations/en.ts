@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
-<TS version="2.1" language="en">
+<TS version="2.1" language="en" sourcelanguage="en">
 <context>
     <name>PluginLocale</name>
     <message>
@@ -63,6 +63,22 @@
         <source>Restoring the workspace…</source>
         <translation>Restoring the workspace…</translation>
     </message>
+    <message>
+        <source>Left %1 %, top %2 %, right %3 %, bottom %4 %</source>
+        <translation>Left %1 %, top %2 %, right %3 %, bottom %4 %</translation>
+    </message>
+    <message>
+        <source>No settings to preview yet</source>
+        <translation>No settings to preview yet</translation>
+    </message>
+    <message>
+        <source>No image chosen</source>
+        <translation>No image chosen</translation>
+    </message>
+    <message>
+        <source>The image cannot be loaded</source>
+        <translation>The image cannot be loaded</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -71,48 +87,120 @@
         <translation>Plugin Settings - Image Plugin</translation>
     </message>
     <message>
-        <source>Position on the page</source>
-        <translation>Position on the page</translation>
+        <source>&amp;Position on the page</source>
+        <translation>&amp;Position on the page</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Page</translation>
+    </message>
+    <message>
+        <source>Where the image lies on the page. Arrow keys move it by 1 %, with Shift by 10 %; with Alt they move its right or bottom edge.</source>
+        <translation>Where the image lies on the page. Arrow keys move it by 1 %, with Shift by 10 %; with Alt they move its right or bottom edge.</translation>
     </message>
     <message>
         <source>Drag the box to move the image; drag its handles to resize it.</source>
         <translation>Drag the box to move the image; drag its handles to resize it.</translation>
     </message>
     <message>
-        <source>Left (%):</source>
-        <translation>Left (%):</translation>
+        <source>&amp;Left (%):</source>
+        <translation>&amp;Left (%):</translation>
     </message>
     <message>
-        <source>Top (%):</source>
-        <translation>Top (%):</translation>
+        <source>Left margin (%)</source>
+        <translation>Left margin (%)</translation>
     </message>
     <message>
-        <source>Right (%):</source>
-        <translation>Right (%):</translation>
+        <source>The image's distance from the page's left edge, in percent of the page's width.</source>
+        <translation>The image's distance from the page's left edge, in percent of the page's width.</translation>
     </message>
     <message>
-        <source>Bottom (%):</source>
-        <translation>Bottom (%):</translation>
+        <source>&amp;Top (%):</source>
+        <translation>&amp;Top (%):</translation>
+    </message>
+    <message>
+        <source>Top margin (%)</source>
+        <translation>Top margin (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's top edge, in percent of the page's height.</source>
+        <translation>The image's distance from the page's top edge, in percent of the page's height.</translation>
+    </message>
+    <message>
+        <source>&amp;Right (%):</source>
+        <translation>&amp;Right (%):</translation>
+    </message>
+    <message>
+        <source>Right margin (%)</source>
+        <translation>Right margin (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's right edge, in percent of the page's width.</source>
+        <translation>The image's distance from the page's right edge, in percent of the page's width.</translation>
+    </message>
+    <message>
+        <source>&amp;Bottom (%):</source>
+        <translation>&amp;Bottom (%):</translation>
+    </message>
+    <message>
+        <source>Bottom margin (%)</source>
+        <translation>Bottom margin (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's bottom edge, in percent of the page's height.</source>
+        <translation>The image's distance from the page's bottom edge, in percent of the page's height.</translation>
     </message>
     <message>
         <source>Appearance</source>
         <translation>Appearance</translation>
     </message>
     <message>
-        <source>Transparency (%):</source>
-        <translation>Transparency (%):</translation>
+        <source>Tr&amp;ansparency (%):</source>
+        <translation>Tr&amp;ansparency (%):</translation>
     </message>
     <message>
-        <source>Layer:</source>
-        <translation>Layer:</translation>
+        <source>Transparency</source>
+        <translation>Transparency</translation>
     </message>
     <message>
-        <source>Above the page content</source>
-        <translation>Above the page content</translation>
+        <source>How much of the page shows through the image, from 0 % (opaque) to 100 % (invisible).</source>
+        <translation>How much of the page shows through the image, from 0 % (opaque) to 100 % (invisible).</translation>
     </message>
     <message>
-        <source>Below the page content</source>
-        <translation>Below the page content</translation>
+        <source>Transparency (%)</source>
+        <translation>Transparency (%)</translation>
+    </message>
+    <message>
+        <source>The transparency in percent, from 0 to 100.</source>
+        <translation>The transparency in percent, from 0 to 100.</translation>
+    </message>
+    <message>
+        <source>La&amp;yer:</source>
+        <translation>La&amp;yer:</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Layer</translation>
+    </message>
+    <message>
+        <source>Whether the image lies above or below the page's own content.</source>
+        <translation>Whether the image lies above or below the page's own content.</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ve the page content</source>
+        <translation>Abo&amp;ve the page content</translation>
+    </message>
+    <message>
+        <source>The image covers the page's text.</source>
+        <translation>The image covers the page's text.</translation>
+    </message>
+    <message>
+        <source>Belo&amp;w the page content</source>
+        <translation>Belo&amp;w the page content</translation>
+    </message>
+    <message>
+        <source>The page's text covers the image.</source>
+        <translation>The page's text covers the image.</translation>
     </message>
     <message>
         <source>Image</source>
@@ -123,8 +211,12 @@
         <translation>Preview</translation>
     </message>
     <message>
-        <source>Default</source>
-        <translation>Default</translation>
+        <source>The page as the book will show it, rebuilt shortly after each change.</source>
+        <translation>The page as the book will show it, rebuilt shortly after each change.</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>&amp;Default</translation>
     </message>
     <message>
         <source>Put the image back at its default position.</source>
@@ -135,31 +227,71 @@
         <translation>OK</translation>
     </message>
     <message>
+        <source>Apply the settings and close the window.</source>
+        <translation>Apply the settings and close the window.</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Undo every change made in this window and close it.</source>
+        <translation>Undo every change made in this window and close it.</translation>
     </message>
 </context>
 <context>
     <name>PrivateView</name>
     <message>
-        <source>Link</source>
-        <translation>Link</translation>
+        <source>Lin&amp;k</source>
+        <translation>Lin&amp;k</translation>
+    </message>
+    <message>
+        <source>Use an image from the web.</source>
+        <translation>Use an image from the web.</translation>
+    </message>
+    <message>
+        <source>Web address of the image</source>
+        <translation>Web address of the image</translation>
+    </message>
+    <message>
+        <source>An http or https address of the image.</source>
+        <translation>An http or https address of the image.</translation>
     </message>
     <message>
         <source>http://</source>
         <translation>http://</translation>
     </message>
     <message>
-        <source>Local file</source>
-        <translation>Local file</translation>
+        <source>Local &amp;file</source>
+        <translation>Local &amp;file</translation>
     </message>
     <message>
-        <source>Browse...</source>
-        <translation>Browse...</translation>
+        <source>Use an image file from this computer; it is copied into the book.</source>
+        <translation>Use an image file from this computer; it is copied into the book.</translation>
     </message>
     <message>
-        <source>Save</source>
-        <translation>Save</translation>
+        <source>Chosen image file</source>
+        <translation>Chosen image file</translation>
+    </message>
+    <message>
+        <source>The name of the image file copied into the book. Choose it with Browse.</source>
+        <translation>The name of the image file copied into the book. Choose it with Browse.</translation>
+    </message>
+    <message>
+        <source>Br&amp;owse...</source>
+        <translation>Br&amp;owse...</translation>
+    </message>
+    <message>
+        <source>Choose an image file from this computer.</source>
+        <translation>Choose an image file from this computer.</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Save</translation>
+    </message>
+    <message>
+        <source>Save the image choice.</source>
+        <translation>Save the image choice.</translation>
     </message>
 </context>
 </TS>

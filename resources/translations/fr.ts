@@ -63,6 +63,22 @@
         <source>Restoring the workspace…</source>
         <translation>Restauration de l’espace de travail…</translation>
     </message>
+    <message>
+        <source>Left %1 %, top %2 %, right %3 %, bottom %4 %</source>
+        <translation>Gauche %1 %, haut %2 %, droite %3 %, bas %4 %</translation>
+    </message>
+    <message>
+        <source>No settings to preview yet</source>
+        <translation>Aucun réglage à prévisualiser pour l’instant</translation>
+    </message>
+    <message>
+        <source>No image chosen</source>
+        <translation>Aucune image choisie</translation>
+    </message>
+    <message>
+        <source>The image cannot be loaded</source>
+        <translation>L’image ne peut pas être chargée</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -71,48 +87,120 @@
         <translation>Réglages du module - Image Plugin</translation>
     </message>
     <message>
-        <source>Position on the page</source>
-        <translation>Position sur la page</translation>
+        <source>&amp;Position on the page</source>
+        <translation>&amp;Position sur la page</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Page</translation>
+    </message>
+    <message>
+        <source>Where the image lies on the page. Arrow keys move it by 1 %, with Shift by 10 %; with Alt they move its right or bottom edge.</source>
+        <translation>L’emplacement de l’image sur la page. Les flèches la déplacent de 1 %, avec Maj de 10 % ; avec Alt, elles déplacent son bord droit ou inférieur.</translation>
     </message>
     <message>
         <source>Drag the box to move the image; drag its handles to resize it.</source>
-        <translation>Faites glisser le cadre pour déplacer l&apos;image, ou ses poignées pour la redimensionner.</translation>
+        <translation>Faites glisser le cadre pour déplacer l’image, ou ses poignées pour la redimensionner.</translation>
     </message>
     <message>
-        <source>Left (%):</source>
-        <translation>Gauche (%) :</translation>
+        <source>&amp;Left (%):</source>
+        <translation>&amp;Gauche (%) :</translation>
     </message>
     <message>
-        <source>Top (%):</source>
-        <translation>Haut (%) :</translation>
+        <source>Left margin (%)</source>
+        <translation>Marge gauche (%)</translation>
     </message>
     <message>
-        <source>Right (%):</source>
-        <translation>Droite (%) :</translation>
+        <source>The image's distance from the page's left edge, in percent of the page's width.</source>
+        <translation>La distance entre l’image et le bord gauche de la page, en pourcentage de la largeur de la page.</translation>
     </message>
     <message>
-        <source>Bottom (%):</source>
-        <translation>Bas (%) :</translation>
+        <source>&amp;Top (%):</source>
+        <translation>&amp;Haut (%) :</translation>
+    </message>
+    <message>
+        <source>Top margin (%)</source>
+        <translation>Marge haute (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's top edge, in percent of the page's height.</source>
+        <translation>La distance entre l’image et le bord supérieur de la page, en pourcentage de la hauteur de la page.</translation>
+    </message>
+    <message>
+        <source>&amp;Right (%):</source>
+        <translation>&amp;Droite (%) :</translation>
+    </message>
+    <message>
+        <source>Right margin (%)</source>
+        <translation>Marge droite (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's right edge, in percent of the page's width.</source>
+        <translation>La distance entre l’image et le bord droit de la page, en pourcentage de la largeur de la page.</translation>
+    </message>
+    <message>
+        <source>&amp;Bottom (%):</source>
+        <translation>&amp;Bas (%) :</translation>
+    </message>
+    <message>
+        <source>Bottom margin (%)</source>
+        <translation>Marge basse (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's bottom edge, in percent of the page's height.</source>
+        <translation>La distance entre l’image et le bord inférieur de la page, en pourcentage de la hauteur de la page.</translation>
     </message>
     <message>
         <source>Appearance</source>
         <translation>Apparence</translation>
     </message>
     <message>
-        <source>Transparency (%):</source>
-        <translation>Transparence (%) :</translation>
+        <source>Tr&amp;ansparency (%):</source>
+        <translation>&amp;Transparence (%) :</translation>
     </message>
     <message>
-        <source>Layer:</source>
-        <translation>Calque :</translation>
+        <source>Transparency</source>
+        <translation>Transparence</translation>
     </message>
     <message>
-        <source>Above the page content</source>
-        <translation>Au-dessus du contenu de la page</translation>
+        <source>How much of the page shows through the image, from 0 % (opaque) to 100 % (invisible).</source>
+        <translation>La part de la page visible à travers l’image, de 0 % (opaque) à 100 % (invisible).</translation>
     </message>
     <message>
-        <source>Below the page content</source>
-        <translation>Sous le contenu de la page</translation>
+        <source>Transparency (%)</source>
+        <translation>Transparence (%)</translation>
+    </message>
+    <message>
+        <source>The transparency in percent, from 0 to 100.</source>
+        <translation>La transparence en pourcentage, de 0 à 100.</translation>
+    </message>
+    <message>
+        <source>La&amp;yer:</source>
+        <translation>&amp;Calque :</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Calque</translation>
+    </message>
+    <message>
+        <source>Whether the image lies above or below the page's own content.</source>
+        <translation>Si l’image se trouve au-dessus ou au-dessous du contenu de la page.</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ve the page content</source>
+        <translation>A&amp;u-dessus du contenu de la page</translation>
+    </message>
+    <message>
+        <source>The image covers the page's text.</source>
+        <translation>L’image recouvre le texte de la page.</translation>
+    </message>
+    <message>
+        <source>Belo&amp;w the page content</source>
+        <translation>&amp;Sous le contenu de la page</translation>
+    </message>
+    <message>
+        <source>The page's text covers the image.</source>
+        <translation>Le texte de la page recouvre l’image.</translation>
     </message>
     <message>
         <source>Image</source>
@@ -123,43 +211,87 @@
         <translation>Aperçu</translation>
     </message>
     <message>
-        <source>Default</source>
-        <translation>Par défaut</translation>
+        <source>The page as the book will show it, rebuilt shortly after each change.</source>
+        <translation>La page telle que le livre l’affichera, reconstruite peu après chaque modification.</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>Par dé&amp;faut</translation>
     </message>
     <message>
         <source>Put the image back at its default position.</source>
-        <translation>Remet l&apos;image à sa position par défaut.</translation>
+        <translation>Remet l’image à sa position par défaut.</translation>
     </message>
     <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>
     <message>
+        <source>Apply the settings and close the window.</source>
+        <translation>Applique les réglages et ferme la fenêtre.</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Undo every change made in this window and close it.</source>
+        <translation>Annule toutes les modifications faites dans cette fenêtre et la ferme.</translation>
     </message>
 </context>
 <context>
     <name>PrivateView</name>
     <message>
-        <source>Link</source>
-        <translation>Lien</translation>
+        <source>Lin&amp;k</source>
+        <translation>&amp;Lien</translation>
+    </message>
+    <message>
+        <source>Use an image from the web.</source>
+        <translation>Utiliser une image du Web.</translation>
+    </message>
+    <message>
+        <source>Web address of the image</source>
+        <translation>Adresse Web de l’image</translation>
+    </message>
+    <message>
+        <source>An http or https address of the image.</source>
+        <translation>Une adresse http ou https de l’image.</translation>
     </message>
     <message>
         <source>http://</source>
         <translation>http://</translation>
     </message>
     <message>
-        <source>Local file</source>
-        <translation>Fichier local</translation>
+        <source>Local &amp;file</source>
+        <translation>Fichier l&amp;ocal</translation>
     </message>
     <message>
-        <source>Browse...</source>
-        <translation>Parcourir...</translation>
+        <source>Use an image file from this computer; it is copied into the book.</source>
+        <translation>Utiliser un fichier image de cet ordinateur ; il est copié dans le livre.</translation>
     </message>
     <message>
-        <source>Save</source>
-        <translation>Enregistrer</translation>
+        <source>Chosen image file</source>
+        <translation>Fichier image choisi</translation>
+    </message>
+    <message>
+        <source>The name of the image file copied into the book. Choose it with Browse.</source>
+        <translation>Le nom du fichier image copié dans le livre. Choisissez-le avec « Parcourir ».</translation>
+    </message>
+    <message>
+        <source>Br&amp;owse...</source>
+        <translation>Pa&amp;rcourir...</translation>
+    </message>
+    <message>
+        <source>Choose an image file from this computer.</source>
+        <translation>Choisir un fichier image sur cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Enregistrer</translation>
+    </message>
+    <message>
+        <source>Save the image choice.</source>
+        <translation>Enregistrer le choix de l’image.</translation>
     </message>
 </context>
 </TS>

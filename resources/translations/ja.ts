@@ -63,6 +63,22 @@
         <source>Restoring the workspace…</source>
         <translation>作業フォルダーを復元しています…</translation>
     </message>
+    <message>
+        <source>Left %1 %, top %2 %, right %3 %, bottom %4 %</source>
+        <translation>左 %1 %、上 %2 %、右 %3 %、下 %4 %</translation>
+    </message>
+    <message>
+        <source>No settings to preview yet</source>
+        <translation>プレビューする設定がまだありません</translation>
+    </message>
+    <message>
+        <source>No image chosen</source>
+        <translation>画像が選択されていません</translation>
+    </message>
+    <message>
+        <source>The image cannot be loaded</source>
+        <translation>画像を読み込めません</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -71,48 +87,120 @@
         <translation>プラグイン設定 - Image Plugin</translation>
     </message>
     <message>
-        <source>Position on the page</source>
-        <translation>ページ上の位置</translation>
+        <source>&amp;Position on the page</source>
+        <translation>ページ上の位置(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>ページ</translation>
+    </message>
+    <message>
+        <source>Where the image lies on the page. Arrow keys move it by 1 %, with Shift by 10 %; with Alt they move its right or bottom edge.</source>
+        <translation>ページ上の画像の位置です。矢印キーで 1 %、Shift キーを押しながらで 10 % 移動します。Alt キーを押しながらだと右端または下端を移動します。</translation>
     </message>
     <message>
         <source>Drag the box to move the image; drag its handles to resize it.</source>
         <translation>枠をドラッグすると画像を移動し、ハンドルをドラッグするとサイズを変更します。</translation>
     </message>
     <message>
-        <source>Left (%):</source>
-        <translation>左余白 (%):</translation>
+        <source>&amp;Left (%):</source>
+        <translation>左余白(&amp;L) (%):</translation>
     </message>
     <message>
-        <source>Top (%):</source>
-        <translation>上余白 (%):</translation>
+        <source>Left margin (%)</source>
+        <translation>左余白 (%)</translation>
     </message>
     <message>
-        <source>Right (%):</source>
-        <translation>右余白 (%):</translation>
+        <source>The image's distance from the page's left edge, in percent of the page's width.</source>
+        <translation>ページの左端から画像までの距離 (ページの幅に対するパーセント)。</translation>
     </message>
     <message>
-        <source>Bottom (%):</source>
-        <translation>下余白 (%):</translation>
+        <source>&amp;Top (%):</source>
+        <translation>上余白(&amp;T) (%):</translation>
+    </message>
+    <message>
+        <source>Top margin (%)</source>
+        <translation>上余白 (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's top edge, in percent of the page's height.</source>
+        <translation>ページの上端から画像までの距離 (ページの高さに対するパーセント)。</translation>
+    </message>
+    <message>
+        <source>&amp;Right (%):</source>
+        <translation>右余白(&amp;R) (%):</translation>
+    </message>
+    <message>
+        <source>Right margin (%)</source>
+        <translation>右余白 (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's right edge, in percent of the page's width.</source>
+        <translation>ページの右端から画像までの距離 (ページの幅に対するパーセント)。</translation>
+    </message>
+    <message>
+        <source>&amp;Bottom (%):</source>
+        <translation>下余白(&amp;B) (%):</translation>
+    </message>
+    <message>
+        <source>Bottom margin (%)</source>
+        <translation>下余白 (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's bottom edge, in percent of the page's height.</source>
+        <translation>ページの下端から画像までの距離 (ページの高さに対するパーセント)。</translation>
     </message>
     <message>
         <source>Appearance</source>
         <translation>外観</translation>
     </message>
     <message>
-        <source>Transparency (%):</source>
-        <translation>透明度 (%):</translation>
+        <source>Tr&amp;ansparency (%):</source>
+        <translation>透明度(&amp;A) (%):</translation>
     </message>
     <message>
-        <source>Layer:</source>
-        <translation>レイヤー:</translation>
+        <source>Transparency</source>
+        <translation>透明度</translation>
     </message>
     <message>
-        <source>Above the page content</source>
-        <translation>ページの内容の前面</translation>
+        <source>How much of the page shows through the image, from 0 % (opaque) to 100 % (invisible).</source>
+        <translation>画像を通してページがどれだけ見えるか。0 % (不透明) から 100 % (非表示) まで。</translation>
     </message>
     <message>
-        <source>Below the page content</source>
-        <translation>ページの内容の背面</translation>
+        <source>Transparency (%)</source>
+        <translation>透明度 (%)</translation>
+    </message>
+    <message>
+        <source>The transparency in percent, from 0 to 100.</source>
+        <translation>透明度 (パーセント、0 から 100)。</translation>
+    </message>
+    <message>
+        <source>La&amp;yer:</source>
+        <translation>レイヤー(&amp;Y):</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>レイヤー</translation>
+    </message>
+    <message>
+        <source>Whether the image lies above or below the page's own content.</source>
+        <translation>画像をページの内容の前面に置くか背面に置くか。</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ve the page content</source>
+        <translation>ページの内容の前面(&amp;V)</translation>
+    </message>
+    <message>
+        <source>The image covers the page's text.</source>
+        <translation>画像がページの文字を覆います。</translation>
+    </message>
+    <message>
+        <source>Belo&amp;w the page content</source>
+        <translation>ページの内容の背面(&amp;W)</translation>
+    </message>
+    <message>
+        <source>The page's text covers the image.</source>
+        <translation>ページの文字が画像を覆います。</translation>
     </message>
     <message>
         <source>Image</source>
@@ -123,8 +211,12 @@
         <translation>プレビュー</translation>
     </message>
     <message>
-        <source>Default</source>
-        <translation>デフォルト</translation>
+        <source>The page as the book will show it, rebuilt shortly after each change.</source>
+        <translation>本に表示されるとおりのページ。変更のたびにすぐ更新されます。</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>デフォルト(&amp;D)</translation>
     </message>
     <message>
         <source>Put the image back at its default position.</source>
@@ -135,31 +227,71 @@
         <translation>OK</translation>
     </message>
     <message>
+        <source>Apply the settings and close the window.</source>
+        <translation>設定を適用してウィンドウを閉じます。</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Undo every change made in this window and close it.</source>
+        <translation>このウィンドウで行ったすべての変更を取り消して閉じます。</translation>
     </message>
 </context>
 <context>
     <name>PrivateView</name>
     <message>
-        <source>Link</source>
-        <translation>リンク</translation>
+        <source>Lin&amp;k</source>
+        <translation>リンク(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Use an image from the web.</source>
+        <translation>Web 上の画像を使用します。</translation>
+    </message>
+    <message>
+        <source>Web address of the image</source>
+        <translation>画像の Web アドレス</translation>
+    </message>
+    <message>
+        <source>An http or https address of the image.</source>
+        <translation>画像の http または https アドレス。</translation>
     </message>
     <message>
         <source>http://</source>
         <translation>http://</translation>
     </message>
     <message>
-        <source>Local file</source>
-        <translation>ファイル</translation>
+        <source>Local &amp;file</source>
+        <translation>ファイル(&amp;F)</translation>
     </message>
     <message>
-        <source>Browse...</source>
-        <translation>参照...</translation>
+        <source>Use an image file from this computer; it is copied into the book.</source>
+        <translation>このコンピュータの画像ファイルを使用します。ファイルは本にコピーされます。</translation>
     </message>
     <message>
-        <source>Save</source>
-        <translation>保存</translation>
+        <source>Chosen image file</source>
+        <translation>選択した画像ファイル</translation>
+    </message>
+    <message>
+        <source>The name of the image file copied into the book. Choose it with Browse.</source>
+        <translation>本にコピーされる画像ファイルの名前。「参照」で選択します。</translation>
+    </message>
+    <message>
+        <source>Br&amp;owse...</source>
+        <translation>参照(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Choose an image file from this computer.</source>
+        <translation>このコンピュータの画像ファイルを選択します。</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save the image choice.</source>
+        <translation>画像の選択を保存します。</translation>
     </message>
 </context>
 </TS>

@@ -63,6 +63,22 @@
         <source>Restoring the workspace…</source>
         <translation>正在恢复工作区…</translation>
     </message>
+    <message>
+        <source>Left %1 %, top %2 %, right %3 %, bottom %4 %</source>
+        <translation>左 %1 %，上 %2 %，右 %3 %，下 %4 %</translation>
+    </message>
+    <message>
+        <source>No settings to preview yet</source>
+        <translation>尚无可预览的设置</translation>
+    </message>
+    <message>
+        <source>No image chosen</source>
+        <translation>未选择图像</translation>
+    </message>
+    <message>
+        <source>The image cannot be loaded</source>
+        <translation>无法加载图像</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -71,48 +87,120 @@
         <translation>插件设置 - Image Plugin</translation>
     </message>
     <message>
-        <source>Position on the page</source>
-        <translation>页面上的位置</translation>
+        <source>&amp;Position on the page</source>
+        <translation>页面上的位置(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>页面</translation>
+    </message>
+    <message>
+        <source>Where the image lies on the page. Arrow keys move it by 1 %, with Shift by 10 %; with Alt they move its right or bottom edge.</source>
+        <translation>图像在页面上的位置。方向键将其移动 1 %，按住 Shift 移动 10 %；按住 Alt 则移动其右边缘或下边缘。</translation>
     </message>
     <message>
         <source>Drag the box to move the image; drag its handles to resize it.</source>
         <translation>拖动方框可移动图像，拖动其控点可调整大小。</translation>
     </message>
     <message>
-        <source>Left (%):</source>
-        <translation>左边距 (%):</translation>
+        <source>&amp;Left (%):</source>
+        <translation>左边距(&amp;L) (%):</translation>
     </message>
     <message>
-        <source>Top (%):</source>
-        <translation>上边距 (%):</translation>
+        <source>Left margin (%)</source>
+        <translation>左边距 (%)</translation>
     </message>
     <message>
-        <source>Right (%):</source>
-        <translation>右边距 (%):</translation>
+        <source>The image's distance from the page's left edge, in percent of the page's width.</source>
+        <translation>图像与页面左边缘的距离，以页面宽度的百分比表示。</translation>
     </message>
     <message>
-        <source>Bottom (%):</source>
-        <translation>下边距 (%):</translation>
+        <source>&amp;Top (%):</source>
+        <translation>上边距(&amp;T) (%):</translation>
+    </message>
+    <message>
+        <source>Top margin (%)</source>
+        <translation>上边距 (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's top edge, in percent of the page's height.</source>
+        <translation>图像与页面上边缘的距离，以页面高度的百分比表示。</translation>
+    </message>
+    <message>
+        <source>&amp;Right (%):</source>
+        <translation>右边距(&amp;R) (%):</translation>
+    </message>
+    <message>
+        <source>Right margin (%)</source>
+        <translation>右边距 (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's right edge, in percent of the page's width.</source>
+        <translation>图像与页面右边缘的距离，以页面宽度的百分比表示。</translation>
+    </message>
+    <message>
+        <source>&amp;Bottom (%):</source>
+        <translation>下边距(&amp;B) (%):</translation>
+    </message>
+    <message>
+        <source>Bottom margin (%)</source>
+        <translation>下边距 (%)</translation>
+    </message>
+    <message>
+        <source>The image's distance from the page's bottom edge, in percent of the page's height.</source>
+        <translation>图像与页面下边缘的距离，以页面高度的百分比表示。</translation>
     </message>
     <message>
         <source>Appearance</source>
         <translation>外观</translation>
     </message>
     <message>
-        <source>Transparency (%):</source>
-        <translation>透明度 (%):</translation>
+        <source>Tr&amp;ansparency (%):</source>
+        <translation>透明度(&amp;A) (%):</translation>
     </message>
     <message>
-        <source>Layer:</source>
-        <translation>图层:</translation>
+        <source>Transparency</source>
+        <translation>透明度</translation>
     </message>
     <message>
-        <source>Above the page content</source>
-        <translation>位于页面内容之上</translation>
+        <source>How much of the page shows through the image, from 0 % (opaque) to 100 % (invisible).</source>
+        <translation>透过图像可以看到多少页面，从 0 %（不透明）到 100 %（不可见）。</translation>
     </message>
     <message>
-        <source>Below the page content</source>
-        <translation>位于页面内容之下</translation>
+        <source>Transparency (%)</source>
+        <translation>透明度 (%)</translation>
+    </message>
+    <message>
+        <source>The transparency in percent, from 0 to 100.</source>
+        <translation>透明度百分比，从 0 到 100。</translation>
+    </message>
+    <message>
+        <source>La&amp;yer:</source>
+        <translation>图层(&amp;Y):</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>图层</translation>
+    </message>
+    <message>
+        <source>Whether the image lies above or below the page's own content.</source>
+        <translation>图像位于页面内容之上还是之下。</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ve the page content</source>
+        <translation>位于页面内容之上(&amp;V)</translation>
+    </message>
+    <message>
+        <source>The image covers the page's text.</source>
+        <translation>图像覆盖页面文字。</translation>
+    </message>
+    <message>
+        <source>Belo&amp;w the page content</source>
+        <translation>位于页面内容之下(&amp;W)</translation>
+    </message>
+    <message>
+        <source>The page's text covers the image.</source>
+        <translation>页面文字覆盖图像。</translation>
     </message>
     <message>
         <source>Image</source>
@@ -123,8 +211,12 @@
         <translation>预览</translation>
     </message>
     <message>
-        <source>Default</source>
-        <translation>默认</translation>
+        <source>The page as the book will show it, rebuilt shortly after each change.</source>
+        <translation>书中将显示的页面，每次更改后很快重建。</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>默认(&amp;D)</translation>
     </message>
     <message>
         <source>Put the image back at its default position.</source>
@@ -135,31 +227,71 @@
         <translation>确定</translation>
     </message>
     <message>
+        <source>Apply the settings and close the window.</source>
+        <translation>应用设置并关闭窗口。</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>取消</translation>
+    </message>
+    <message>
+        <source>Undo every change made in this window and close it.</source>
+        <translation>撤销在此窗口中所做的所有更改并关闭窗口。</translation>
     </message>
 </context>
 <context>
     <name>PrivateView</name>
     <message>
-        <source>Link</source>
-        <translation>链接</translation>
+        <source>Lin&amp;k</source>
+        <translation>链接(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Use an image from the web.</source>
+        <translation>使用网络上的图像。</translation>
+    </message>
+    <message>
+        <source>Web address of the image</source>
+        <translation>图像的网址</translation>
+    </message>
+    <message>
+        <source>An http or https address of the image.</source>
+        <translation>图像的 http 或 https 地址。</translation>
     </message>
     <message>
         <source>http://</source>
         <translation>http://</translation>
     </message>
     <message>
-        <source>Local file</source>
-        <translation>本地文件</translation>
+        <source>Local &amp;file</source>
+        <translation>本地文件(&amp;F)</translation>
     </message>
     <message>
-        <source>Browse...</source>
-        <translation>浏览...</translation>
+        <source>Use an image file from this computer; it is copied into the book.</source>
+        <translation>使用此计算机上的图像文件；它会被复制到书中。</translation>
     </message>
     <message>
-        <source>Save</source>
-        <translation>保存</translation>
+        <source>Chosen image file</source>
+        <translation>所选图像文件</translation>
+    </message>
+    <message>
+        <source>The name of the image file copied into the book. Choose it with Browse.</source>
+        <translation>复制到书中的图像文件的名称。使用“浏览”选择。</translation>
+    </message>
+    <message>
+        <source>Br&amp;owse...</source>
+        <translation>浏览(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Choose an image file from this computer.</source>
+        <translation>从此计算机选择图像文件。</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save the image choice.</source>
+        <translation>保存图像选择。</translation>
     </message>
 </context>
 </TS>

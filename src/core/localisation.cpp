@@ -3,6 +3,10 @@
 #include "bundlepaths.h"
 #include "fileops.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QLoggingCategory>
 #include <QTranslator>
@@ -23,6 +27,9 @@ struct LocaleState
     // Loaded on first use and deliberately kept for the life of the process: once the texts of a
     // language are shown, a later change of language does not mix in texts of another.
     std::unique_ptr<QTranslator> table;
+    // Qt's own texts, installed into the application once and kept likewise.
+    std::unique_ptr<QTranslator> qtTexts;
+    QString qtTextsLanguage;
 };
 
 LocaleState &state()
@@ -175,4 +182,36 @@ QString localizedBundleResourcePath(const QString &bundlePath, const QString &fi
 void resetAppStringTableForTesting()
 {
     state().table.reset();
+}
+
+bool installQtTranslations(const QString &languageCode)
+{
+    LocaleState &s = state();
+    if (s.qtTexts)
+        return s.qtTextsLanguage == languageCode;
+    if (languageCode.isEmpty() || languageCode == QLatin1String("en"))
+        return true;
+    auto texts = std::make_unique<QTranslator>();
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    // An exact file only: QTranslator would otherwise fall back from "zh_CN" to "zh" or to
+    // another language of the system's locale.
+    const QString file = QStringLiteral("qtbase_%1").arg(languageCode);
+    if (!QFileInfo(QDir(folder).filePath(file + QLatin1String(".qm"))).isFile() ||
+        !texts->load(file, folder)) {
+        qCDebug(lcLocale) << "no Qt translations for" << languageCode << "in" << folder;
+        return false;
+    }
+    QCoreApplication::installTranslator(texts.get());
+    s.qtTexts = std::move(texts);
+    s.qtTextsLanguage = languageCode;
+    return true;
+}
+
+void resetQtTranslationsForTesting()
+{
+    LocaleState &s = state();
+    if (s.qtTexts)
+        QCoreApplication::removeTranslator(s.qtTexts.get());
+    s.qtTexts.reset();
+    s.qtTextsLanguage.clear();
 }

@@ -24,6 +24,14 @@ QString localizedResourcePath(const QString &resourceDir, const QString &fileNam
 // searches the main bundle (the running program's own).
 QString localizedBundleResourcePath(const QString &bundlePath, const QString &fileName);
 
+// Installs Qt's own translations (the texts of its file dialog and other standard parts) for
+// languageCode ("de", "zh_CN") from the system's Qt translations folder, where the system has
+// them. Like the strings table, the first language installed stays for the life of the process.
+// Answers whether Qt's texts now speak that language; English needs nothing and answers true.
+bool installQtTranslations(const QString &languageCode);
+
 // For tests only: forgets the cached "PluginLocale" table so that one test process can try
 // several languages. The bundle itself never calls it; its cache lasts for the whole process.
 void resetAppStringTableForTesting();
+// For tests only: removes the Qt translations that installQtTranslations installed.
+void resetQtTranslationsForTesting();

@@ -12,6 +12,7 @@
 #include "positionfile.h"
 #include "positionview.h"
 #include "previewcontroller.h"
+#include "previewview.h"
 #include "privateview.h"
 #include "settingsbackup.h"
 #include "settingsdialog.h"
@@ -63,7 +64,7 @@ public:
         if (className == QLatin1String("QDialog") && !parent)
             widget = new SettingsDialog;
         else if (className == QLatin1String("QWebEngineView"))
-            widget = new QWebEngineView(parent);
+            widget = new PreviewView(parent);
         else
             return UiLoader::createWidget(className, parent, name);
         widget->setObjectName(name);
@@ -99,6 +100,34 @@ double sliderScale(const QSlider *slider)
 void alert(const QString &message, const QString &text)
 {
     LogAlert::AlertOKWithMessage(loadAppString(message, message), loadAppString(text, text));
+}
+
+// The language of the window, from the language folder its description came from ("zh_CN.lproj"
+// gives "zh_CN"); English where the folder names none.
+QString languageOf(const QString &descriptionPath)
+{
+    const QString folder = QFileInfo(descriptionPath).dir().dirName();
+    if (!folder.endsWith(QLatin1String(".lproj")) || folder.size() == 6)
+        return QStringLiteral("en");
+    return folder.chopped(6);
+}
+
+// As a BCP 47 tag, for the preview page: "zh_CN" gives "zh-CN".
+QString languageTagOf(const QString &descriptionPath)
+{
+    return languageOf(descriptionPath).replace(QLatin1Char('_'), QLatin1Char('-'));
+}
+
+// The preview page's own messages in the window's language.
+QHash<QString, QString> previewTexts()
+{
+    const auto text = [](const char *english) {
+        const QString key = QString::fromUtf8(english);
+        return loadAppString(key, key);
+    };
+    return {{QStringLiteral("none"), text("No image chosen")},
+            {QStringLiteral("broken"), text("The image cannot be loaded")},
+            {QStringLiteral("nosettings"), text("No settings to preview yet")}};
 }
 
 QString oneDecimal(double value)
@@ -202,6 +231,8 @@ bool PluginSettingsDelegate::awakeFromNib()
     }
     top.release();
     m_window.reset(dialog);
+    // Qt's own dialogs (the file panel) speak the window's language where the system has it.
+    installQtTranslations(languageOf(m_windowDescriptionPath));
     connect(dialog, &SettingsDialog::closeRequested, this, [this] {
         isOKCancelButton = false;
         windowWillClose();
@@ -234,6 +265,7 @@ bool PluginSettingsDelegate::awakeFromNib()
         m_preview = new PreviewController(iWebView, this);
         m_preview->setIgnoreOpenURL(
             [this] { return m_privateView && m_privateView->ignoreOpenURL(); });
+        m_preview->setPageLanguage(languageTagOf(m_windowDescriptionPath), previewTexts());
     }
 
     arrangeKeyboardOrder();
@@ -384,10 +416,29 @@ void PluginSettingsDelegate::arrangeKeyboardOrder()
     add(btnDefault);
     add(btnOK);
     add(btnCancel);
+    // Qt 6.4 leaves the chain as it is when a widget of the pair is the last one before the
+    // window; a stand-in at the end of the chain, gone afterwards, keeps every pair movable.
+    QWidget end(m_window.get());
+    end.setFocusPolicy(Qt::TabFocus);
     for (int i = 1; i < order.size(); ++i)
         QWidget::setTabOrder(order.at(i - 1), order.at(i));
-    if (iWebView)
-        iWebView->setFocusPolicy(Qt::ClickFocus);
+    followLayerChoiceWithFocus();
+}
+
+// The layer label names the group of layer buttons; its mnemonic, like Tab, goes to the button
+// that is chosen, and never chooses one itself.
+void PluginSettingsDelegate::followLayerChoiceWithFocus()
+{
+    auto *group = m_window->findChild<QWidget *>(QStringLiteral("grpLayer"));
+    if (!group || !matLayer)
+        return;
+    group->setFocusPolicy(Qt::TabFocus);
+    const auto follow = [group, this] {
+        if (QAbstractButton *chosen = matLayer->checkedButton())
+            group->setFocusProxy(chosen);
+    };
+    follow();
+    connect(matLayer, &QButtonGroup::buttonToggled, group, follow);
 }
 
 void PluginSettingsDelegate::fitWindowToScreen()

@@ -135,6 +135,7 @@ private:
     // Tab moves in reading order: canvas, margins, transparency, layer, image, Default, OK,
     // Cancel. The preview is looked at, not worked, and stays out of the chain.
     void arrangeKeyboardOrder();
+    void followLayerChoiceWithFocus();
     // Opens at the description's size where the screen has room, smaller where it has not.
     void fitWindowToScreen();
     void showTransparency(float value);

@@ -3,10 +3,14 @@
 #include "previewpage.h"
 
 #include <QDir>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLoggingCategory>
 #include <QThread>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 
@@ -48,6 +52,26 @@ PreviewController::~PreviewController()
 void PreviewController::setIgnoreOpenURL(std::function<bool()> provider)
 {
     m_page->setIgnoreOpenURL(std::move(provider));
+}
+
+void PreviewController::setPageLanguage(const QString &languageTag,
+                                        const QHash<QString, QString> &texts)
+{
+    QJsonObject given{{QStringLiteral("lang"), languageTag}};
+    for (auto it = texts.cbegin(); it != texts.cend(); ++it)
+        given.insert(it.key(), it.value());
+    // Given as data before any of the page's scripts run; the page decides what to do with it.
+    QWebEngineScript script;
+    script.setName(QStringLiteral("img-preview-language"));
+    script.setSourceCode(
+        QStringLiteral("window.imgPreviewTexts = %1;")
+            .arg(QString::fromUtf8(QJsonDocument(given).toJson(QJsonDocument::Compact))));
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setWorldId(QWebEngineScript::MainWorld);
+    QWebEngineScriptCollection &scripts = m_page->scripts();
+    for (const QWebEngineScript &old : scripts.find(script.name()))
+        scripts.remove(old);
+    scripts.insert(script);
 }
 
 void PreviewController::timerRepeat(bool &isChange)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -28,6 +29,9 @@ public:
     void setWorkSpace(const QString &workSpace) { m_workSpace = workSpace; }
     // See PreviewPage::setIgnoreOpenURL.
     void setIgnoreOpenURL(std::function<bool()> provider);
+    // The language the preview page speaks: its lang attribute (a BCP 47 tag such as "zh-CN")
+    // and its own messages, keyed "none", "broken" and "nosettings". Applies from the next load.
+    void setPageLanguage(const QString &languageTag, const QHash<QString, QString> &texts);
 
     PreviewPage *page() const { return m_page; }
     QWebEngineProfile *profile() const { return m_profile; }

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLibraryInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -379,6 +380,52 @@ private slots:
         QFile::remove(path);
         QDir().rmpath(res + "/en.lproj");
         QCOMPARE(found, path);
+    }
+
+    // ---- Qt's own texts
+
+    void qtTranslations_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<bool>("speaks");
+        QTest::addColumn<QString>("lookIn");
+        QTest::newRow("German file dialogs say Suchen in") << "de" << true << "Suchen in:";
+        QTest::newRow("French file dialogs say Voir dans")
+            << "fr" << true << QString::fromUtf8("Voir dans :");
+        QTest::newRow("Simplified Chinese has its own file, not plain zh")
+            << "zh_CN" << true << QString::fromUtf8("查找范围：");
+        QTest::newRow("English needs nothing") << "en" << true << "Look in:";
+        QTest::newRow("a language without Qt translations stays English")
+            << "xx" << false << "Look in:";
+    }
+    void qtTranslations()
+    {
+        QFETCH(QString, language);
+        QFETCH(bool, speaks);
+        QFETCH(QString, lookIn);
+        resetQtTranslationsForTesting();
+        const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+        if (speaks && language != "en" && !QFile::exists(folder + "/qtbase_" + language + ".qm"))
+            QSKIP("this system has no Qt translations for the language");
+        QCOMPARE(installQtTranslations(language), speaks);
+        QCOMPARE(QCoreApplication::translate("QFileDialog", "Look in:"), lookIn);
+        resetQtTranslationsForTesting();
+        QCOMPARE(QCoreApplication::translate("QFileDialog", "Look in:"),
+                 QStringLiteral("Look in:"));
+    }
+
+    void firstQtLanguageStays()
+    {
+        resetQtTranslationsForTesting();
+        const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+        if (!QFile::exists(folder + "/qtbase_de.qm") || !QFile::exists(folder + "/qtbase_fr.qm"))
+            QSKIP("this system has no Qt translations for German and French");
+        QVERIFY(installQtTranslations("de"));
+        QVERIFY(!installQtTranslations("fr"));
+        QVERIFY(installQtTranslations("de"));
+        QCOMPARE(QCoreApplication::translate("QFileDialog", "Look in:"),
+                 QStringLiteral("Suchen in:"));
+        resetQtTranslationsForTesting();
     }
 };
 

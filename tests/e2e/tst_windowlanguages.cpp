@@ -108,26 +108,26 @@ void TestWindowLanguages::textsAreTranslatedAndFit_data()
     QTest::addColumn<QString>("above");
     QTest::newRow("English") << "en"
                              << "Cancel"
-                             << "Position on the page"
-                             << "Above the page content";
+                             << "&Position on the page"
+                             << "Abo&ve the page content";
     QTest::newRow("German") << "de"
                             << "Abbrechen"
-                            << "Position auf der Seite"
-                            << QString::fromUtf8("Über dem Seiteninhalt");
+                            << "&Position auf der Seite"
+                            << QString::fromUtf8("Über dem Seiten&inhalt");
     QTest::newRow("French") << "fr"
                             << "Annuler"
-                            << "Position sur la page"
-                            << QString::fromUtf8("Au-dessus du contenu de la page");
+                            << "&Position sur la page"
+                            << QString::fromUtf8("A&u-dessus du contenu de la page");
     QTest::newRow("Japanese") << "ja" << QString::fromUtf8("キャンセル")
-                              << QString::fromUtf8("ページ上の位置")
-                              << QString::fromUtf8("ページの内容の前面");
+                              << QString::fromUtf8("ページ上の位置(&P)")
+                              << QString::fromUtf8("ページの内容の前面(&V)");
     QTest::newRow("Simplified Chinese")
-        << "zh_CN" << QString::fromUtf8("取消") << QString::fromUtf8("页面上的位置")
-        << QString::fromUtf8("位于页面内容之上");
+        << "zh_CN" << QString::fromUtf8("取消") << QString::fromUtf8("页面上的位置(&P)")
+        << QString::fromUtf8("位于页面内容之上(&V)");
     QTest::newRow("a language the bundle lacks falls back to English") << "sv"
                                                                        << "Cancel"
-                                                                       << "Position on the page"
-                                                                       << "Above the page content";
+                                                                       << "&Position on the page"
+                                                                       << "Abo&ve the page content";
 }
 
 void TestWindowLanguages::textsAreTranslatedAndFit()

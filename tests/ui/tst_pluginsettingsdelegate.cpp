@@ -10,6 +10,7 @@
 #include "treesnapshot.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
@@ -44,6 +45,8 @@ private slots:
     void timerTicksInsideAModalRun();
     void timerFollowsTheRunLoopMode_data();
     void timerFollowsTheRunLoopMode();
+    void canvasValueSpeaksTheWindowsLanguage_data();
+    void canvasValueSpeaksTheWindowsLanguage();
     void destroyingAnOpenWindowIsSafe();
     void brokenWindowDescriptionGivesNoWindow();
     void layerLineIsReadAsAnInteger();
@@ -324,6 +327,43 @@ void TestPluginSettingsDelegate::timerFollowsTheRunLoopMode()
         watch();
     }
     QCOMPARE(ticked, ticks);
+}
+
+void TestPluginSettingsDelegate::canvasValueSpeaksTheWindowsLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("value");
+    QTest::newRow("English") << "en"
+                             << "Left 10 %, top 26 %, right 60.5 %, bottom 26 %";
+    QTest::newRow("German, with its decimal comma")
+        << "de"
+        << "Links 10 %, oben 26 %, rechts 60,5 %, unten 26 %";
+    QTest::newRow("French") << "fr"
+                            << "Gauche 10 %, haut 26 %, droite 60,5 %, bas 26 %";
+    QTest::newRow("Japanese") << "ja" << QString::fromUtf8("左 10 %、上 26 %、右 60.5 %、下 26 %");
+    QTest::newRow("Simplified Chinese")
+        << "zh_CN" << QString::fromUtf8("左 10 %，上 26 %，右 60.5 %，下 26 %");
+}
+
+void TestPluginSettingsDelegate::canvasValueSpeaksTheWindowsLanguage()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, value);
+    const QString ws = m_tmp.filePath("spoken-" + language);
+    QDir().mkpath(ws);
+    writeFile(ws + "/settings.dat", "10.0\n26.0\n60.5\n26.0\n0.0\n1");
+    // One strings table per process, as in a host; each row stands for a new host.
+    resetAppStringTableForTesting();
+    auto delegate = PluginSettingsDelegate::create(language, bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    QAccessibleInterface *canvas = QAccessible::queryAccessibleInterface(delegate->positionView());
+    QVERIFY(canvas);
+    QCOMPARE(canvas->role(), QAccessible::Canvas);
+    QCOMPARE(canvas->text(QAccessible::Value), value);
+    delegate->onCancel();
+    resetAppStringTableForTesting();
 }
 
 void TestPluginSettingsDelegate::destroyingAnOpenWindowIsSafe()

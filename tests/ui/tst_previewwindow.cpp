@@ -1,6 +1,7 @@
 // The live preview inside the real settings window: field edits reach the page, edits within one
 // tick cost one rebuild, and the window's preview keeps to the navigation policy.
 
+#include "localisation.h"
 #include "pluginsettingsdelegate.h"
 #include "previewtesting.h"
 #include "testenv.h"
@@ -102,7 +103,64 @@ private slots:
         settle(300);
     }
 
+    void previewSpeaksTheWindowsLanguage_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("lang");
+        QTest::addColumn<QString>("noImage");
+        QTest::newRow("English") << "en"
+                                 << "en"
+                                 << "No image chosen";
+        QTest::newRow("German") << "de"
+                                << "de" << QString::fromUtf8("Kein Bild gewählt");
+        QTest::newRow("French") << "fr"
+                                << "fr"
+                                << "Aucune image choisie";
+        QTest::newRow("Japanese") << "ja"
+                                  << "ja" << QString::fromUtf8("画像が選択されていません");
+        QTest::newRow("Simplified Chinese") << "zh_CN"
+                                            << "zh-CN" << QString::fromUtf8("未选择图像");
+        QTest::newRow("a language the bundle lacks speaks English") << "sv"
+                                                                    << "en"
+                                                                    << "No image chosen";
+    }
+    void previewSpeaksTheWindowsLanguage()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, lang);
+        QFETCH(QString, noImage);
+        m_delegate.reset();
+        // One strings table per process, as in a host; each row is a new host here.
+        resetAppStringTableForTesting();
+        m_delegate = PluginSettingsDelegate::create(language, QStringLiteral(IMG_BUNDLE_DIR));
+        QVERIFY(m_delegate);
+        m_delegate->setWorkSpace(m_workspace->filePath(QStringLiteral("img-") + language));
+        m_window = m_delegate->window();
+        QVERIFY(m_window);
+        m_preview = m_delegate->previewController();
+        m_preview->profile()->setUrlRequestInterceptor(&m_interceptor);
+        m_window->show();
+        QVERIFY(waitForRebuild());
+        const QVariantMap shown = state();
+        QCOMPARE(shown.value("reason").toString(), QStringLiteral("none"));
+        QCOMPARE(shown.value("text").toString(), noImage);
+        QCOMPARE(js(QStringLiteral("document.documentElement.lang")).toString(), lang);
+        resetAppStringTableForTesting();
+    }
+
 private:
+    QVariant js(const QString &script)
+    {
+        QVariant result;
+        bool done = false;
+        m_preview->page()->runJavaScript(script, [&](const QVariant &v) {
+            result = v;
+            done = true;
+        });
+        waitFor([&] { return done; }, 5000);
+        return result;
+    }
+
     QLineEdit *field(const char *name) const
     {
         return m_window->findChild<QLineEdit *>(QLatin1String(name));

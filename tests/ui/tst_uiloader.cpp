@@ -88,7 +88,7 @@ void TestUiLoader::privateViewDescriptionBuildsAPrivateViewWithItsControls()
     QVERIFY(qobject_cast<SimpleCell *>(view->findChild<QWidget *>("btnSave")));
     QVERIFY(view->findChild<QLineEdit *>("txtLink"));
     QVERIFY(view->findChild<QLineEdit *>("txtFile"));
-    QCOMPARE(view->findChild<SimpleCell *>("btnBrowse")->text(), QStringLiteral("Browse..."));
+    QCOMPARE(view->findChild<SimpleCell *>("btnBrowse")->text(), QStringLiteral("Br&owse..."));
 }
 
 void TestUiLoader::drawnWidgetsInADescriptionAreBuilt()
