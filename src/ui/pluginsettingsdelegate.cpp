@@ -380,19 +380,26 @@ void PluginSettingsDelegate::saveGlobalSettings()
         const int layer = matLayer ? matLayer->checkedId() : -1;
         ptRect->setLayer(layer < 0 ? 0 : layer);
         ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
-        SettingsWorkspace::refreshPreviewPage(_workSpace, _bundlePath);
-        writePreviewScript();
+        previewFiles().refreshPage();
+        previewFiles().writeScript();
     }
     isChange = true;
 }
 
 void PluginSettingsDelegate::writePreviewScript()
 {
-    PluginSettingsInfo info;
-    info.setWorkSpace(_workSpace);
-    info.setIdentifier(kIdentifier);
-    info.setBundlePath(_bundlePath);
-    info.generateJSConfig(QString());
+    previewFiles().writeScript();
+}
+
+SettingsWorkspace::PreviewFiles &PluginSettingsDelegate::previewFiles()
+{
+    // Kept between saves so that what has not changed is not read again; a host may point the
+    // controller at another workspace or bundle.
+    if (!m_previewFiles || m_previewFiles->workSpace() != _workSpace ||
+        m_previewFiles->bundlePath() != _bundlePath)
+        m_previewFiles =
+            std::make_unique<SettingsWorkspace::PreviewFiles>(_workSpace, _bundlePath, kIdentifier);
+    return *m_previewFiles;
 }
 
 void PluginSettingsDelegate::saveInitialSettings()
