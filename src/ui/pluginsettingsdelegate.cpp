@@ -102,6 +102,16 @@ QString oneDecimal(double value)
     return QString::asprintf("%.1f", value);
 }
 
+// Shows value with one decimal in field, touching the field only when its text changes.
+void showNumber(QLineEdit *field, float value)
+{
+    if (!field)
+        return;
+    const QString text = oneDecimal(value);
+    if (field->text() != text)
+        field->setText(text);
+}
+
 } // namespace
 
 PluginSettingsDelegate::PluginSettingsDelegate(const QString &languageCode,
@@ -673,14 +683,12 @@ void PluginSettingsDelegate::onChangePositionView()
 {
     if (_positionView)
         ptRect = _positionView->positionRect();
-    if (txtLeft)
-        txtLeft->setText(oneDecimal(ptRect->left()));
-    if (txtTop)
-        txtTop->setText(oneDecimal(ptRect->top()));
-    if (txtRight)
-        txtRight->setText(oneDecimal(ptRect->right()));
-    if (txtBottom)
-        txtBottom->setText(oneDecimal(ptRect->bottom()));
+    // A drag step moves one or two margins by a fraction of a point: most fields keep their
+    // text, and setting it again would cost a relayout and a repaint of the field for nothing.
+    showNumber(txtLeft, ptRect->left());
+    showNumber(txtTop, ptRect->top());
+    showNumber(txtRight, ptRect->right());
+    showNumber(txtBottom, ptRect->bottom());
 }
 
 void PluginSettingsDelegate::didChangedPositionView()
