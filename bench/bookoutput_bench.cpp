@@ -1,7 +1,11 @@
 // Figures for the book output: the description converted to JSON, and the book script scrambled.
 //   bookoutput_bench generate DESCRIPTION.xml SCRIPT.txt   writes the two inputs
 //   bookoutput_bench json DESCRIPTION.xml                  parse + convert, and convert alone
-//   bookoutput_bench scramble SCRIPT.txt                   scrambleScriptString on the text
+//   bookoutput_bench json-sizes                            both paths at 1 KB, 100 KB, 5 MB
+//   bookoutput_bench scramble SCRIPT.txt                   scrambleScriptString on the text,
+//                                                          beside a bare RC4 loop over the same
+//                                                          bytes in the same process; both rates
+//                                                          count the script's UTF-8 bytes
 // Each run prints one line per figure: name, megabytes per second, peak resident memory.
 #include "pluginsettingsinfo.h"
 #include "scrambler.h"
@@ -15,7 +19,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <sys/resource.h>
+#include <utility>
 
 namespace {
 
@@ -54,7 +60,7 @@ bool writeAll(const QString &path, const QByteArray &bytes)
 }
 
 // About 5 MB: a description with the usual settings and a list of 50,000 records.
-QByteArray makeDescription()
+QByteArray makeDescription(int records = 50000)
 {
     QByteArray xml(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<info>\n"
@@ -63,7 +69,7 @@ QByteArray makeDescription()
         "      <top type=\"text\">26.0%</top>\n      <width type=\"text\">30.0%</width>\n"
         "      <height type=\"text\">48.0%</height>\n    </basic>\n    <extended>\n"
         "      <src type=\"file\">photo.png</src>\n      <rows>\n");
-    for (int k = 0; k < 50000; ++k) {
+    for (int k = 0; k < records; ++k) {
         const QByteArray n = QByteArray::number(k);
         xml += "  <item><title type=\"text\">Page " + n + " &amp; x</title><n type=\"number\">" +
                n + "</n><on type=\"bool\">1</on></item>\n";
@@ -120,14 +126,81 @@ int runJson(const QString &path)
     return 0;
 }
 
+int runJsonSizes()
+{
+    PluginSettingsInfo info;
+    info.setWorkSpace(QStringLiteral("/nonexistent-workspace"));
+    // About 100 bytes a record: 1 KB, 100 KB and 5 MB descriptions.
+    for (const int records : {3, 1000, 50000}) {
+        const QByteArray xml = makeDescription(records);
+        // Small inputs repeat within one timed round so that the clock's grain does not count.
+        const int repeat = std::max(1, int(5000000 / xml.size()));
+        qsizetype size = 0;
+        const qint64 stream = bestOf(kJsonRounds, [&] {
+            for (int k = 0; k < repeat; ++k)
+                size = XmlJson::jsonFromXmlText(xml, QString(), info.workSpace()).size();
+        });
+        const qint64 tree = bestOf(kJsonRounds, [&] {
+            for (int k = 0; k < repeat; ++k)
+                size =
+                    info.jsonFromXml(parseDescriptionXml(xml).documentElement(), QString()).size();
+        });
+        std::printf("%8lld bytes: one pass %7.1f MB/s, tree parse+convert %7.1f MB/s, "
+                    "one pass %.1f times the tree (%lld json chars)\n",
+                    static_cast<long long>(xml.size()),
+                    double(xml.size()) * repeat / 1e6 / (double(stream) / 1e9),
+                    double(xml.size()) * repeat / 1e6 / (double(tree) / 1e9),
+                    double(tree) / double(stream), static_cast<long long>(size));
+    }
+    return 0;
+}
+
+void rc4(const unsigned char *key, int keyLength, const unsigned char *in, unsigned char *out,
+         size_t size)
+{
+    unsigned char s[256];
+    for (int x = 0; x < 256; ++x)
+        s[x] = static_cast<unsigned char>(x);
+    unsigned char j = 0;
+    for (int x = 0; x < 256; ++x) {
+        j = static_cast<unsigned char>(j + s[x] + key[x % keyLength]);
+        std::swap(s[x], s[j]);
+    }
+    unsigned char i = 0;
+    j = 0;
+    for (size_t x = 0; x < size; ++x) {
+        i = static_cast<unsigned char>(i + 1);
+        j = static_cast<unsigned char>(j + s[i]);
+        std::swap(s[i], s[j]);
+        out[x] = in[x] ^ s[static_cast<unsigned char>(s[i] + s[j])];
+    }
+}
+
 int runScramble(const QString &path)
 {
-    const QString text = QString::fromUtf8(readAll(path));
-    const qsizetype bytes = text.size();
+    const QByteArray utf8 = readAll(path);
+    const QString text = QString::fromUtf8(utf8);
+    // Both rates count the same unit: the script's bytes as the book stores it.
+    const qint64 bytes = utf8.size();
     qsizetype size = 0;
-    const qint64 best = bestOf(kScrambleRounds, [&] { size = scrambleScriptString(text).size(); });
-    report("scramble (ours)", bytes, best);
-    std::printf("scrambled chars %lld\n", static_cast<long long>(size));
+    QByteArray out(utf8.size(), Qt::Uninitialized);
+    const unsigned char key[] = "0a1B2c3D";
+    unsigned checksum = 0;
+    qint64 ours = std::numeric_limits<qint64>::max();
+    qint64 bare = std::numeric_limits<qint64>::max();
+    // Interleaved rounds: both see the same machine at the same moments.
+    for (int round = 0; round < kScrambleRounds; ++round) {
+        ours = std::min(ours, bestOf(1, [&] { size = scrambleScriptString(text).size(); }));
+        bare = std::min(bare, bestOf(1, [&] {
+                            rc4(key, 8, reinterpret_cast<const unsigned char *>(utf8.constData()),
+                                reinterpret_cast<unsigned char *>(out.data()), size_t(out.size()));
+                        }));
+        checksum += static_cast<unsigned char>(out.at(out.size() / 2));
+    }
+    report("scramble (ours)", bytes, ours);
+    report("bare RC4 loop (same run)", bytes, bare);
+    std::printf("scrambled chars %lld, checksum %u\n", static_cast<long long>(size), checksum);
+    std::printf("scrambling: %.2f of the bare loop\n", double(bare) / double(ours));
     return 0;
 }
 
@@ -141,8 +214,12 @@ int main(int argc, char **argv)
         return writeAll(args[1], makeDescription()) && writeAll(args[2], makeScript()) ? 0 : 1;
     if (args.size() == 2 && args[0] == QLatin1String("json"))
         return runJson(args[1]);
+    if (args.size() == 1 && args[0] == QLatin1String("json-sizes"))
+        return runJsonSizes();
     if (args.size() == 2 && args[0] == QLatin1String("scramble"))
         return runScramble(args[1]);
-    std::fprintf(stderr, "usage: bookoutput_bench generate XML TEXT | json XML | scramble TEXT\n");
+    std::fprintf(
+        stderr,
+        "usage: bookoutput_bench generate XML TEXT | json XML | json-sizes | scramble TEXT\n");
     return 2;
 }

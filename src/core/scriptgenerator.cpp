@@ -28,22 +28,18 @@ QString percentText(double value)
 
 void applyFrame(QDomElement basic, const PositionRect &position)
 {
-    // Percentages of the page; width and height follow from the margins.
-    const double left = position.left();
-    const double top = position.top();
-    const double width = 100.0 - double(position.right()) - left;
-    const double height = 100.0 - top - double(position.bottom());
+    using XmlJson::PositionField;
     for (QDomElement child = basic.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         const QString name = child.tagName();
         if (name == QLatin1String("left"))
-            setStringValue(child, percentText(left));
+            setStringValue(child, positionText(PositionField::Left, position));
         else if (name == QLatin1String("top"))
-            setStringValue(child, percentText(top));
+            setStringValue(child, positionText(PositionField::Top, position));
         else if (name == QLatin1String("width"))
-            setStringValue(child, percentText(width));
+            setStringValue(child, positionText(PositionField::Width, position));
         else if (name == QLatin1String("height"))
-            setStringValue(child, percentText(height));
+            setStringValue(child, positionText(PositionField::Height, position));
     }
 }
 
@@ -72,19 +68,43 @@ std::optional<PositionRect> workspacePosition(const QString &workSpace)
     return PositionFile::read(path).value_or(builtInPosition());
 }
 
+QString positionText(XmlJson::PositionField field, const PositionRect &position)
+{
+    using XmlJson::PositionField;
+    // Percentages of the page; width and height follow from the margins.
+    const double left = position.left();
+    const double top = position.top();
+    switch (field) {
+    case PositionField::Opacity: {
+        // The transparency is a percentage; past 100 the plugin is simply invisible, while a
+        // negative one passes through as it is.
+        const float transparency = std::min(position.transparency() / 100.0f, 1.0f);
+        return QString::asprintf("%f", 1.0 - double(transparency));
+    }
+    case PositionField::Layout:
+        return QString::number(position.layer());
+    case PositionField::Left:
+        return percentText(left);
+    case PositionField::Top:
+        return percentText(top);
+    case PositionField::Width:
+        return percentText(100.0 - double(position.right()) - left);
+    case PositionField::Height:
+        return percentText(100.0 - top - double(position.bottom()));
+    }
+    return QString();
+}
+
 void applyPosition(QDomElement &root, const PositionRect &position)
 {
-    // The transparency is a percentage; past 100 the plugin is simply invisible, while a
-    // negative one passes through as it is.
-    const float transparency = std::min(position.transparency() / 100.0f, 1.0f);
-    const double opacity = 1.0 - double(transparency);
+    using XmlJson::PositionField;
     for (QDomElement child = root.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         const QString name = child.tagName();
         if (name == QLatin1String("opacity")) {
-            setStringValue(child, QString::asprintf("%f", opacity));
+            setStringValue(child, positionText(PositionField::Opacity, position));
         } else if (name == QLatin1String("layout")) {
-            setStringValue(child, QString::number(position.layer()));
+            setStringValue(child, positionText(PositionField::Layout, position));
         } else if (name == QLatin1String("properties")) {
             const QDomElement basic = child.lastChildElement(QStringLiteral("basic"));
             if (!basic.isNull())

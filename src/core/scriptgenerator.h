@@ -1,6 +1,7 @@
 #pragma once
 
 #include "positionrect.h"
+#include "xmljson.h"
 
 #include <QDomElement>
 #include <QString>
@@ -18,6 +19,10 @@ PositionRect builtInPosition();
 // neither is a regular file (a link, FIFO or folder counts as missing). A short or unreadable
 // file gives the built-in position.
 std::optional<PositionRect> workspacePosition(const QString &workSpace);
+
+// The text a position gives one of the members it writes: the opacity with six decimals, the
+// layer, and the frame's percentages with one decimal and "%".
+QString positionText(XmlJson::PositionField field, const PositionRect &position);
 
 // Writes the position into the description held in memory: "opacity" (six decimals), "layout"
 // (the layer) and the frame of the last "basic" of every "properties" (one decimal and "%").

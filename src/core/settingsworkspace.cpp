@@ -2,6 +2,7 @@
 
 #include "bundlepaths.h"
 #include "fileops.h"
+#include "scriptgenerator.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -61,6 +62,87 @@ void refreshPreviewPage(const QString &workSpace, const QString &bundlePath)
     const QString bundleText = QString::fromUtf8(bundleBytes);
     if (QString::fromUtf8(pageBytes) != bundleText)
         FileOps::writeAtomically(page, bundleText.toUtf8());
+}
+
+PreviewFiles::PreviewFiles(const QString &workSpace, const QString &bundlePath,
+                           const QString &identifier)
+    : m_workSpace(workSpace)
+    , m_bundlePath(bundlePath)
+{
+    if (workSpace.isEmpty())
+        return; // an empty path would name the current folder: nothing is read or written
+    const QDir dir(workSpace);
+    m_descriptionPath = dir.filePath(identifier + QStringLiteral(".xml"));
+    m_pagePath = dir.filePath(QStringLiteral("index.html"));
+    m_bundlePagePath = bundlePreviewPage(bundlePath);
+}
+
+void PreviewFiles::refreshPage()
+{
+    if (m_workSpace.isEmpty())
+        return;
+    // The bundle's page is read through a packager's link; the workspace's is data.
+    const FileStamp page = FileStamp::of(m_pagePath);
+    const FileStamp bundlePage = FileStamp::of(m_bundlePagePath, FileOps::ReadLinks::Follow);
+    if (m_pagesKnown && page == m_pageStamp && bundlePage == m_bundlePageStamp &&
+        m_pageStamp.settled() && m_bundlePageStamp.settled())
+        return;
+    refreshPreviewPage(m_workSpace, m_bundlePath);
+    ++m_pageComparisons;
+    // Taken after the comparison and any write: a change made meanwhile is too recent to settle,
+    // so the next save compares again.
+    m_pageStamp = FileStamp::of(m_pagePath);
+    m_bundlePageStamp = FileStamp::of(m_bundlePagePath, FileOps::ReadLinks::Follow);
+    m_pagesKnown = !m_pageStamp.missing() && !m_bundlePageStamp.missing();
+}
+
+bool PreviewFiles::writeScript()
+{
+    if (m_workSpace.isEmpty())
+        return false;
+    DescriptionTemplate *description = currentDescription();
+    if (!description)
+        return false;
+    const std::optional<PositionRect> position = ScriptGenerator::workspacePosition(m_workSpace);
+    if (!position)
+        return false;
+    return FileOps::writeAtomically(QDir(m_workSpace).filePath(QStringLiteral("config.js")),
+                                    description->configScript(*position));
+}
+
+DescriptionTemplate *PreviewFiles::currentDescription()
+{
+    // Taken before the bytes are read: a change made while they are read moves the stamp.
+    const FileStamp stamp = FileStamp::of(m_descriptionPath);
+    if (!stamp.isRegularFile()) {
+        forgetDescription(); // a link, FIFO or folder in its place is no description
+        return nullptr;
+    }
+    const bool trusted =
+        m_description && stamp == m_descriptionStamp && m_descriptionStamp.settled();
+    if (!trusted) {
+        QByteArray bytes;
+        ++m_descriptionReads;
+        if (!FileOps::readAll(m_descriptionPath, &bytes)) {
+            forgetDescription();
+            return nullptr;
+        }
+        const ContentDigest digest = ContentDigest::of(bytes);
+        if (!m_description || !(digest == m_descriptionDigest)) {
+            m_description = DescriptionTemplate::fromBytes(bytes);
+            ++m_descriptionParses;
+            m_descriptionDigest = digest;
+        }
+        m_descriptionStamp = stamp;
+    }
+    return m_description->isNull() ? nullptr : &*m_description;
+}
+
+void PreviewFiles::forgetDescription()
+{
+    m_description.reset();
+    m_descriptionStamp = FileStamp();
+    m_descriptionDigest = ContentDigest();
 }
 
 QStringList keepList(const QStringList &locatedFiles, const QString &identifier)

@@ -235,25 +235,101 @@ char16_t open(QString &out, const QDomElement &element, const QString &relatePat
 struct StreamFrame
 {
     enum Kind : quint8 { Anonymous, Keyed, Value };
+    // Where the element stands for a position written into the description.
+    enum Role : quint8 { Other, Properties, Basic, Place };
     explicit StreamFrame(Kind k)
         : kind(k)
     {}
     Kind kind;
+    Role role = Other;
     bool hasMembers = false;
     bool isList = false;
-    qsizetype brace = 0;     // of a keyed object
-    int code = PropertyNone; // of a value
+    qsizetype brace = 0;      // of a keyed object
+    int code = PropertyNone;  // of a value
+    qsizetype firstPlace = 0; // of a place, and of the latest "basic" of a "properties"
+    bool hasBasic = false;    // of a "properties"
 };
 
-enum class StreamResult { Done, Malformed, NeedsTree };
+using StreamResult = TextReading;
 
-StreamResult streamJson(QString &out, const QByteArray &xml, const QString &relatePath,
-                        const QString &workSpace)
+// The places a position fills, found while the one pass reads; see PositionPlace.
+class PlaceFinder
+{
+public:
+    explicit PlaceFinder(std::vector<PositionPlace> *places)
+        : m_places(places)
+    {}
+
+    // Called for an element about to open under stack, its member starting at begin.
+    void open(std::vector<StreamFrame> &stack, QStringView name, int code, qsizetype begin,
+              StreamFrame &frame)
+    {
+        if (!m_places)
+            return;
+        PositionField field;
+        if (stack.size() == 1 && name == QLatin1String("properties")) {
+            frame.role = StreamFrame::Properties;
+        } else if (stack.size() == 2 && stack.back().role == StreamFrame::Properties &&
+                   name == QLatin1String("basic")) {
+            // Only the last "basic" of a "properties" takes the position: an earlier one's places
+            // (the newest ones found) go again.
+            StreamFrame &properties = stack.back();
+            if (properties.role == StreamFrame::Properties && properties.hasBasic)
+                m_places->resize(size_t(properties.firstPlace));
+            properties.hasBasic = true;
+            properties.firstPlace = qsizetype(m_places->size());
+            frame.role = StreamFrame::Basic;
+        } else if (placeField(stack, name, &field)) {
+            frame.role = StreamFrame::Place;
+            frame.firstPlace = qsizetype(m_places->size());
+            m_places->push_back({begin, begin, field, code, name.toString()});
+        }
+    }
+
+    void close(const StreamFrame &frame, qsizetype end)
+    {
+        if (m_places && frame.role == StreamFrame::Place)
+            (*m_places)[size_t(frame.firstPlace)].end = end;
+    }
+
+private:
+    static bool placeField(const std::vector<StreamFrame> &stack, QStringView name,
+                           PositionField *field)
+    {
+        if (stack.size() == 1) {
+            if (name == QLatin1String("opacity"))
+                *field = PositionField::Opacity;
+            else if (name == QLatin1String("layout"))
+                *field = PositionField::Layout;
+            else
+                return false;
+            return true;
+        }
+        if (stack.size() != 3 || stack.back().role != StreamFrame::Basic)
+            return false;
+        if (name == QLatin1String("left"))
+            *field = PositionField::Left;
+        else if (name == QLatin1String("top"))
+            *field = PositionField::Top;
+        else if (name == QLatin1String("width"))
+            *field = PositionField::Width;
+        else if (name == QLatin1String("height"))
+            *field = PositionField::Height;
+        else
+            return false;
+        return true;
+    }
+
+    std::vector<PositionPlace> *m_places;
+};
+
+StreamResult streamJson(QString &out, QXmlStreamReader &reader, const QString &relatePath,
+                        const QString &workSpace, std::vector<PositionPlace> *places = nullptr)
 {
     static const QString typeName = QStringLiteral("type");
-    QXmlStreamReader reader(xml);
     // Names are read as written, prefix and all, as the tree reads them.
     reader.setNamespaceProcessing(false);
+    PlaceFinder finder(places);
     std::vector<StreamFrame> stack;
     QString value;
     bool rootSeen = false;
@@ -282,9 +358,12 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
             if (stack.size() >= size_t(MaxDescriptionDepth))
                 return StreamResult::Malformed;
             rootSeen = true;
+            const qsizetype begin = out.size();
             if (isAnonymous(name)) {
                 out += u'{';
-                stack.emplace_back(StreamFrame::Anonymous);
+                StreamFrame frame(StreamFrame::Anonymous);
+                finder.open(stack, name, PropertyNone, begin, frame);
+                stack.push_back(std::move(frame));
                 break;
             }
             const QXmlStreamAttributes attributes = reader.attributes();
@@ -294,6 +373,7 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
                 frame.code = code;
                 // The key goes out at once; the value follows at the element's end.
                 appendKey(out, name);
+                finder.open(stack, name, code, begin, frame);
                 stack.push_back(std::move(frame));
                 value.resize(0); // keeps the buffer for the next value
                 break;
@@ -302,6 +382,7 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
             out += u'{';
             StreamFrame frame(StreamFrame::Keyed);
             frame.brace = out.size() - 1;
+            finder.open(stack, name, PropertyNone, begin, frame);
             stack.push_back(std::move(frame));
             break;
         }
@@ -311,6 +392,7 @@ StreamResult streamJson(QString &out, const QByteArray &xml, const QString &rela
                 appendTypedValue(out, frame.code, value, relatePath, workSpace);
             else
                 out += frame.isList ? u']' : u'}';
+            finder.close(frame, out.size());
             stack.pop_back();
             break;
         }
@@ -423,7 +505,8 @@ QString jsonFromXmlText(const QByteArray &xml, const QString &relatePath, const 
     QString json;
     // The JSON is a little shorter than the text: markup goes, keys and values stay.
     json.reserve(xml.size());
-    switch (streamJson(json, xml, relatePath, workSpace)) {
+    QXmlStreamReader reader(xml);
+    switch (streamJson(json, reader, relatePath, workSpace)) {
     case StreamResult::Done:
         return json;
     case StreamResult::Malformed:
@@ -434,6 +517,26 @@ QString jsonFromXmlText(const QByteArray &xml, const QString &relatePath, const 
     json.clear();
     appendJson(json, parseDescriptionXml(xml).documentElement(), relatePath, workSpace);
     return json;
+}
+
+TextReading jsonWithPositionPlaces(const QString &text, QString *json,
+                                   std::vector<PositionPlace> *places)
+{
+    json->clear();
+    json->reserve(text.size());
+    places->clear();
+    // A reader of a string keeps to its text: an encoding the text declares is ignored.
+    QXmlStreamReader reader(text);
+    return streamJson(*json, reader, QString(), QString(), places);
+}
+
+void appendTextMember(QString &out, const QString &name, int code, const QString &text)
+{
+    appendKey(out, name);
+    if (code == PropertyNone)
+        out += QLatin1String("{}"); // a container's text is never written
+    else
+        appendTypedValue(out, code, text, QString(), QString());
 }
 
 } // namespace XmlJson

@@ -3,6 +3,8 @@
 #include <QDomElement>
 #include <QString>
 
+#include <vector>
+
 // The settings object of the page, built from the description XML by plain string building:
 // no spaces, no line breaks, members in document order, keys never escaped.
 
@@ -41,5 +43,33 @@ void appendJson(QString &out, const QDomElement &element, const QString &relateP
 // well-formed XML or nests deeper than MaxDescriptionDepth (as for a document that does not
 // parse).
 QString jsonFromXmlText(const QByteArray &xml, const QString &relatePath, const QString &workSpace);
+
+// The members a position writes into a description: "opacity" and "layout" under the root, and
+// "left", "top", "width" and "height" in the last "basic" of every "properties" under the root.
+enum class PositionField : quint8 { Opacity, Layout, Left, Top, Width, Height };
+
+// Where one of them sits in the JSON of a description: the characters from begin to end are
+// the member as the description has it. Written with a position, the element holds one text
+// and the member becomes appendTextMember(name, code, that text).
+struct PositionPlace
+{
+    qsizetype begin = 0;
+    qsizetype end = 0;
+    PositionField field = PositionField::Opacity;
+    int code = PropertyNone; // of the element's "type"; PropertyNone for a container
+    QString name;
+};
+
+enum class TextReading { Done, Malformed, NeedsTree };
+
+// The JSON of the root element of an already decoded description (an encoding it declares is
+// ignored), read in one pass for the preview (no relative path), with the places of the position
+// in document order. NeedsTree for the rare shapes that only the parsed tree converts (a DTD, an
+// entity reference, an element inside a typed one); json and places are then unusable.
+TextReading jsonWithPositionPlaces(const QString &text, QString *json,
+                                   std::vector<PositionPlace> *places);
+
+// Appends the member of an element of this name and type code whose only content is text.
+void appendTextMember(QString &out, const QString &name, int code, const QString &text);
 
 } // namespace XmlJson

@@ -135,6 +135,16 @@ QString oneDecimal(double value)
     return QString::asprintf("%.1f", value);
 }
 
+// Shows value with one decimal in field, touching the field only when its text changes.
+void showNumber(QLineEdit *field, float value)
+{
+    if (!field)
+        return;
+    const QString text = oneDecimal(value);
+    if (field->text() != text)
+        field->setText(text);
+}
+
 } // namespace
 
 PluginSettingsDelegate::PluginSettingsDelegate(const QString &languageCode,
@@ -492,19 +502,26 @@ void PluginSettingsDelegate::saveGlobalSettings()
         const int layer = matLayer ? matLayer->checkedId() : -1;
         ptRect->setLayer(layer < 0 ? 0 : layer);
         ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
-        SettingsWorkspace::refreshPreviewPage(_workSpace, _bundlePath);
-        writePreviewScript();
+        previewFiles().refreshPage();
+        previewFiles().writeScript();
     }
     isChange = true;
 }
 
 void PluginSettingsDelegate::writePreviewScript()
 {
-    PluginSettingsInfo info;
-    info.setWorkSpace(_workSpace);
-    info.setIdentifier(kIdentifier);
-    info.setBundlePath(_bundlePath);
-    info.generateJSConfig(QString());
+    previewFiles().writeScript();
+}
+
+SettingsWorkspace::PreviewFiles &PluginSettingsDelegate::previewFiles()
+{
+    // Kept between saves so that what has not changed is not read again; a host may point the
+    // controller at another workspace or bundle.
+    if (!m_previewFiles || m_previewFiles->workSpace() != _workSpace ||
+        m_previewFiles->bundlePath() != _bundlePath)
+        m_previewFiles =
+            std::make_unique<SettingsWorkspace::PreviewFiles>(_workSpace, _bundlePath, kIdentifier);
+    return *m_previewFiles;
 }
 
 void PluginSettingsDelegate::saveInitialSettings()
@@ -778,14 +795,12 @@ void PluginSettingsDelegate::onChangePositionView()
 {
     if (_positionView)
         ptRect = _positionView->positionRect();
-    if (txtLeft)
-        txtLeft->setText(oneDecimal(ptRect->left()));
-    if (txtTop)
-        txtTop->setText(oneDecimal(ptRect->top()));
-    if (txtRight)
-        txtRight->setText(oneDecimal(ptRect->right()));
-    if (txtBottom)
-        txtBottom->setText(oneDecimal(ptRect->bottom()));
+    // A drag step moves one or two margins by a fraction of a point: most fields keep their
+    // text, and setting it again would cost a relayout and a repaint of the field for nothing.
+    showNumber(txtLeft, ptRect->left());
+    showNumber(txtTop, ptRect->top());
+    showNumber(txtRight, ptRect->right());
+    showNumber(txtBottom, ptRect->bottom());
 }
 
 void PluginSettingsDelegate::didChangedPositionView()

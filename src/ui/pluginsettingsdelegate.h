@@ -4,6 +4,7 @@
 #include "postionviewdelete.h"
 #include "privateviewdelete.h"
 #include "settingsbackup.h"
+#include "settingsworkspace.h"
 
 #include <QObject>
 #include <QPointer>
@@ -145,6 +146,8 @@ private:
     void recoverWorkspace();
     // Writes the preview's "config.js" from the description and the position file.
     void writePreviewScript();
+    // The preview's files of the current workspace, with what the last save read.
+    SettingsWorkspace::PreviewFiles &previewFiles();
     void reportBackupFailure();
     // Runs work (a restore) on a thread of its own while the window waits, with progress.
     using RestoreWork = std::function<SettingsBackup::Outcome(const SettingsBackup::Progress &)>;
@@ -183,6 +186,7 @@ private:
     // The preview on iWebView: its page, navigation policy and the pending forced reload.
     PreviewController *m_preview = nullptr; // a child of this controller
 
+    std::unique_ptr<SettingsWorkspace::PreviewFiles> m_previewFiles;
     std::unique_ptr<SettingsBackup> m_backup;
     RecoveryAnswer m_recoveryAnswer = AskAuthor;
     bool m_backupFailureShown = false;

@@ -1,13 +1,181 @@
+#include "fileops.h"
+#include "pluginsettingsinfo.h"
 #include "settingsworkspace.h"
 #include "specialentries.h"
 #include "testenv.h"
 #include "treesnapshot.h"
 
 #include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
+
+#include <fcntl.h>
+#include <functional>
+#include <sys/stat.h>
 
 using TreeSnapshot::readFile;
 using TreeSnapshot::writeFile;
+
+namespace {
+
+// A description with every member a position writes, and a text whose digit the in-place edits
+// change, so that its size stays the same.
+const QByteArray kDescription =
+    "<info>\n"
+    "  <opacity type=\"number\">1</opacity>\n"
+    "  <layout type=\"number\">1</layout>\n"
+    "  <properties>\n"
+    "    <basic><left type=\"text\">1%</left><top type=\"text\">2%</top>"
+    "<width type=\"text\">3%</width><height type=\"text\">4%</height>"
+    "</basic>\n"
+    "    <extended><caption type=\"text\">version 1</caption>"
+    "<pages><item><page type=\"number\">3</page></item></pages>"
+    "</extended>\n"
+    "  </properties>\n"
+    "</info>\n";
+
+// What is done to a workspace between two saves.
+enum Step {
+    MovePosition,          // a new "settings.dat"
+    EditInPlaceSameTime,   // same size, new bytes, the modification time put back to the nanosecond
+    ReplaceDescription,    // a new description written beside it and renamed over it
+    RestoreDescription,    // the first description again, written atomically
+    DeleteDescription,     // no description
+    DescriptionIsFolder,   // a folder in its place
+    DescriptionIsFifo,     // a FIFO in its place
+    DescriptionIsLink,     // a link to a description outside the workspace
+    DescriptionUnreadable, // no read permission (readable all the same for root)
+    DescriptionMalformed,  // not well-formed
+    DescriptionNotUtf8,    // bytes that are no UTF-8
+    DescriptionNeedsTree,  // a shape that only the parsed tree converts
+    NoPositionFile,        // neither "settings.dat" nor "defaultsettings.dat"
+    EditPageInPlaceSameTime,
+    ChangeBundlePage,
+    WaitUntilSettled, // longer than the settling time, so that stamps taken next are trusted
+};
+
+void putBackModificationTime(const QString &path, const struct stat &before)
+{
+    const struct timespec times[2] = {before.st_atim, before.st_mtim};
+    ::utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, AT_SYMLINK_NOFOLLOW);
+}
+
+// Rewrites the file in place (same inode) with bytes of the same size; the modification time
+// comes back to what it was, as when both writes fall into one tick of the file system's clock.
+void editInPlaceKeepingTime(const QString &path, const QByteArray &from, const QByteArray &to)
+{
+    struct stat before;
+    if (::lstat(QFile::encodeName(path).constData(), &before) != 0)
+        return;
+    QByteArray bytes = readFile(path);
+    if (bytes.contains(from))
+        bytes.replace(from, to);
+    else
+        bytes.replace(to, from);
+    QFile file(path);
+    if (file.open(QIODevice::ReadWrite)) // no truncation: the inode stays
+        file.write(bytes);
+    file.close();
+    putBackModificationTime(path, before);
+}
+
+void replaceWith(const QString &path, const std::function<void()> &make)
+{
+    FileOps::removeItem(path);
+    make();
+}
+
+void applyStep(Step step, const QString &ws, const QString &bundle, const QString &outside,
+               int round)
+{
+    const QString description = ws + "/img.xml";
+    switch (step) {
+    case MovePosition:
+        writeFile(ws + "/settings.dat", QByteArray::number(10 + round) + ".0\n20.5\n30.0\n15.0\n" +
+                                            QByteArray::number(round * 7) + ".0\n" +
+                                            QByteArray::number(round % 3));
+        break;
+    case EditInPlaceSameTime:
+        editInPlaceKeepingTime(description, "version 1", "version 2");
+        break;
+    case ReplaceDescription: {
+        QByteArray other = kDescription;
+        other.replace("version 1", "a longer caption, number " + QByteArray::number(round));
+        FileOps::writeAtomically(description, other);
+        break;
+    }
+    case RestoreDescription:
+        FileOps::writeAtomically(description, kDescription);
+        break;
+    case DeleteDescription:
+        FileOps::removeItem(description);
+        break;
+    case DescriptionIsFolder:
+        replaceWith(description, [&] { QDir().mkpath(description); });
+        break;
+    case DescriptionIsFifo:
+        replaceWith(description, [&] { SpecialEntries::makeFifo(description); });
+        break;
+    case DescriptionIsLink:
+        replaceWith(description, [&] {
+            SpecialEntries::make(SpecialEntries::LinkToFile, description, outside, kDescription);
+        });
+        break;
+    case DescriptionUnreadable:
+        QFile::setPermissions(description, QFileDevice::WriteOwner);
+        break;
+    case DescriptionMalformed:
+        FileOps::writeAtomically(description, "<info><opacity type=\"number\">1</info>");
+        break;
+    case DescriptionNotUtf8:
+        FileOps::writeAtomically(description, "<info><t type=\"text\">caf\xe9</t></info>");
+        break;
+    case DescriptionNeedsTree:
+        FileOps::writeAtomically(
+            description, "<!DOCTYPE info [<!ENTITY who \"you\">]>" + kDescription.mid(0, 6) +
+                             "<t type=\"text\">hi &who;</t>" + kDescription.mid(6));
+        break;
+    case NoPositionFile:
+        FileOps::removeItem(ws + "/settings.dat");
+        FileOps::removeItem(ws + "/defaultsettings.dat");
+        break;
+    case EditPageInPlaceSameTime:
+        editInPlaceKeepingTime(ws + "/index.html", "page 1", "page 2");
+        break;
+    case ChangeBundlePage:
+        // Done once for both workspaces; see the caller.
+        Q_UNUSED(bundle);
+        break;
+    case WaitUntilSettled:
+        break;
+    }
+}
+
+// The two preview files of a workspace, "<none>" for a missing one.
+QByteArray previewState(const QString &ws)
+{
+    QByteArray state;
+    for (const char *name : {"config.js", "index.html"}) {
+        const QString path = ws + "/" + name;
+        state += QByteArray(name) + ": " +
+                 (FileOps::isRegularFile(path) ? readFile(path) : QByteArray("<none>")) + "\n";
+    }
+    return state;
+}
+
+void saveFresh(const QString &ws, const QString &bundle)
+{
+    SettingsWorkspace::refreshPreviewPage(ws, bundle);
+    PluginSettingsInfo info;
+    info.setWorkSpace(ws);
+    info.setIdentifier(QStringLiteral("img"));
+    info.setBundlePath(bundle);
+    info.generateJSConfig(QString());
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(QList<Step>)
 
 class TestSettingsWorkspace : public QObject
 {
@@ -32,7 +200,147 @@ private slots:
     void cleanKeepsExactlyTheKeepList_data();
     void cleanKeepsExactlyTheKeepList();
     void emptyWorkspacePathTouchesNothing();
+    void keptPreviewFilesMatchFreshSaves_data();
+    void keptPreviewFilesMatchFreshSaves();
+    void keptDescriptionIsReadAgainUntilSettled();
+    void keptPagesAreComparedAgainUntilSettled();
+    void stampsOfASameSizeRewriteDiffer();
 };
+
+void TestSettingsWorkspace::keptPreviewFilesMatchFreshSaves_data()
+{
+    QTest::addColumn<QList<Step>>("steps");
+    QTest::newRow("a moved position is written into the kept description")
+        << QList<Step>{MovePosition, MovePosition, MovePosition};
+    QTest::newRow("a same-size edit in the same tick is seen")
+        << QList<Step>{EditInPlaceSameTime, MovePosition, EditInPlaceSameTime};
+    QTest::newRow("a same-size edit with the time put back is seen once settled")
+        << QList<Step>{WaitUntilSettled, MovePosition, EditInPlaceSameTime, MovePosition};
+    QTest::newRow("a replaced description is read again")
+        << QList<Step>{ReplaceDescription, MovePosition, RestoreDescription};
+    QTest::newRow("a deleted description writes nothing, and its return is read")
+        << QList<Step>{DeleteDescription, MovePosition, RestoreDescription, MovePosition};
+    QTest::newRow("a folder, FIFO or link in its place writes nothing") << QList<Step>{
+        DescriptionIsFolder, MovePosition,      RestoreDescription, DescriptionIsFifo,
+        MovePosition,        DescriptionIsLink, MovePosition,       RestoreDescription};
+    QTest::newRow("an unreadable description does what a fresh save does")
+        << QList<Step>{DescriptionUnreadable, MovePosition, RestoreDescription};
+    QTest::newRow("a malformed or non-UTF-8 description writes nothing") << QList<Step>{
+        DescriptionMalformed, MovePosition, DescriptionNotUtf8, MovePosition, RestoreDescription};
+    QTest::newRow("a description only the tree converts takes each position")
+        << QList<Step>{DescriptionNeedsTree, MovePosition, MovePosition, RestoreDescription};
+    QTest::newRow("no position file writes nothing") << QList<Step>{NoPositionFile, MovePosition};
+    QTest::newRow("a same-size edit of the page in the same tick is overwritten") << QList<Step>{
+        EditPageInPlaceSameTime, WaitUntilSettled, MovePosition, EditPageInPlaceSameTime};
+    QTest::newRow("a changed bundle page is copied")
+        << QList<Step>{WaitUntilSettled, MovePosition, ChangeBundlePage, MovePosition};
+}
+
+// A workspace saved through the kept preview files and one saved afresh every time go through
+// the same steps; after every save their preview files are the same bytes.
+void TestSettingsWorkspace::keptPreviewFilesMatchFreshSaves()
+{
+    QFETCH(QList<Step>, steps);
+    QTemporaryDir tmp;
+    const QString bundle = tmp.filePath("img.bundle");
+    const QString bundlePage = bundle + "/Contents/Resources/html/index.html";
+    writeFile(bundlePage, "<p>page 1</p>");
+    const QString kept = tmp.filePath("kept");
+    const QString fresh = tmp.filePath("fresh");
+    for (const QString &ws : {kept, fresh}) {
+        writeFile(ws + "/img.xml", kDescription);
+        writeFile(ws + "/settings.dat", "10.0\n20.0\n30.0\n15.0\n0.0\n1");
+        writeFile(ws + "/defaultsettings.dat", "1.0\n2.0\n3.0\n4.0\n5.0\n2");
+        writeFile(ws + "/index.html", "<p>page 1</p>");
+    }
+    SettingsWorkspace::PreviewFiles files(kept, bundle);
+    const auto save = [&] {
+        files.refreshPage();
+        files.writeScript();
+        saveFresh(fresh, bundle);
+    };
+    save();
+    QVERIFY(readFile(kept + "/config.js").startsWith("\xef\xbb\xbfvar config={\"opacity\":1.0"));
+    QCOMPARE(previewState(kept), previewState(fresh));
+    int round = 0;
+    for (const Step step : steps) {
+        ++round;
+        if (step == WaitUntilSettled)
+            QThread::msleep(2100);
+        if (step == ChangeBundlePage)
+            editInPlaceKeepingTime(bundlePage, "page 1", "page 3");
+        applyStep(step, kept, bundle, tmp.filePath("outside-kept"), round);
+        applyStep(step, fresh, bundle, tmp.filePath("outside-fresh"), round);
+        save();
+        const QByteArray keptState = previewState(kept);
+        const QByteArray freshState = previewState(fresh);
+        if (keptState != freshState)
+            QFAIL(
+                qPrintable(QStringLiteral("after step %1:\nkept  %2\nfresh %3")
+                               .arg(round)
+                               .arg(QString::fromUtf8(keptState), QString::fromUtf8(freshState))));
+    }
+}
+
+void TestSettingsWorkspace::keptDescriptionIsReadAgainUntilSettled()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.path();
+    writeFile(ws + "/img.xml", kDescription);
+    writeFile(ws + "/settings.dat", "10.0\n20.0\n30.0\n15.0\n0.0\n1");
+    SettingsWorkspace::PreviewFiles files(ws, tmp.filePath("img.bundle"));
+    QVERIFY(files.writeScript());
+    QVERIFY(files.writeScript());
+    // Written just now, the description could change again without its stamp showing it.
+    QCOMPARE(files.descriptionReads(), 2);
+    QCOMPARE(files.descriptionParses(), 1);
+    QThread::msleep(2100);
+    QVERIFY(files.writeScript());
+    QCOMPARE(files.descriptionReads(), 3);
+    QVERIFY(files.writeScript());
+    QVERIFY(files.writeScript());
+    QCOMPARE(files.descriptionReads(), 3);
+    QCOMPARE(files.descriptionParses(), 1);
+    FileOps::writeAtomically(ws + "/img.xml", kDescription + "<!-- changed -->");
+    QVERIFY(files.writeScript());
+    QCOMPARE(files.descriptionReads(), 4);
+    QCOMPARE(files.descriptionParses(), 2);
+}
+
+void TestSettingsWorkspace::keptPagesAreComparedAgainUntilSettled()
+{
+    QTemporaryDir tmp;
+    const QString bundle = tmp.filePath("img.bundle");
+    const QString ws = tmp.filePath("ws");
+    writeFile(bundle + "/Contents/Resources/html/index.html", "<p>page</p>");
+    QDir().mkpath(ws);
+    SettingsWorkspace::PreviewFiles files(ws, bundle);
+    files.refreshPage(); // copies the page
+    files.refreshPage();
+    QCOMPARE(files.pageComparisons(), 2);
+    QThread::msleep(2100);
+    files.refreshPage();
+    QCOMPARE(files.pageComparisons(), 3);
+    files.refreshPage();
+    files.refreshPage();
+    QCOMPARE(files.pageComparisons(), 3);
+    QCOMPARE(readFile(ws + "/index.html"), QByteArray("<p>page</p>"));
+}
+
+void TestSettingsWorkspace::stampsOfASameSizeRewriteDiffer()
+{
+    QTemporaryDir tmp;
+    const QString path = tmp.filePath("file");
+    writeFile(path, "version 1");
+    const FileStamp before = FileStamp::of(path);
+    QVERIFY(before.isRegularFile());
+    QVERIFY(!before.settled());
+    editInPlaceKeepingTime(path, "version 1", "version 2");
+    QCOMPARE(readFile(path), QByteArray("version 2"));
+    // Same inode, size and modification time: the time of the inode's change tells them apart.
+    QVERIFY(FileStamp::of(path) != before);
+    QVERIFY(FileStamp::of(tmp.filePath("none")).missing());
+}
 
 void TestSettingsWorkspace::previewScriptIsStale_data()
 {

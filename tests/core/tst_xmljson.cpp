@@ -1,5 +1,8 @@
+#include "descriptiontemplate.h"
 #include "pluginsettingsinfo.h"
+#include "scriptgenerator.h"
 #include "testenv.h"
+#include "utilityfunction.h"
 #include "xmlhelpers.h"
 #include "xmljson.h"
 
@@ -108,6 +111,75 @@ void randomElement(QByteArray &xml, QRandomGenerator &random, int depth)
             xml += texts[random.bounded(int(std::size(texts)))];
     }
     xml += "</" + name + '>';
+}
+
+// A random description shaped like the real ones, so that the members a position writes turn up
+// at their depths, beside look-alikes at other depths and with other prefixes.
+void randomDescription(QByteArray &xml, QRandomGenerator &random, int depth, QByteArray parent)
+{
+    static const char *const anywhere[] = {"item", "a", "x:left", "basic", "info"};
+    static const char *const underRoot[] = {"opacity", "layout", "properties", "properties"};
+    static const char *const underProperties[] = {"basic", "basic", "extended"};
+    static const char *const underBasic[] = {"left", "top", "width", "height"};
+    static const char *const types[] = {"", "", "text", "number", "bool", "color", "file", "Text"};
+    static const char *const texts[] = {"1",      " ",          "x&amp;y", "<![CDATA[c]]>", "é",
+                                        "&#160;", "<!-- n -->", "\\u00e9", "0x1f",          "\r\n"};
+    QByteArray name;
+    const bool special = random.bounded(4) > 0;
+    if (depth == 0)
+        name = random.bounded(2) ? "info" : "root";
+    else if (special && depth == 1)
+        name = underRoot[random.bounded(int(std::size(underRoot)))];
+    else if (special && depth == 2 && parent == "properties")
+        name = underProperties[random.bounded(int(std::size(underProperties)))];
+    else if (special && depth == 3 && parent == "basic")
+        name = underBasic[random.bounded(int(std::size(underBasic)))];
+    else
+        name = anywhere[random.bounded(int(std::size(anywhere)))];
+    const char *type = types[random.bounded(int(std::size(types)))];
+    xml += '<' + name;
+    if (*type)
+        xml += QByteArray(" type=\"") + type + '"';
+    xml += '>';
+    const int parts = random.bounded(depth > 3 ? 2 : 5);
+    for (int k = 0; k < parts; ++k) {
+        if (depth < 5 && random.bounded(4) > 0)
+            randomDescription(xml, random, depth + 1, name);
+        else
+            xml += texts[random.bounded(int(std::size(texts)))];
+    }
+    xml += "</" + name + '>';
+}
+
+PositionRect randomPosition(QRandomGenerator &random)
+{
+    PositionRect position;
+    position.setLeft(float(random.bounded(2000) - 100) / 10.0f);
+    position.setTop(float(random.bounded(1000)) / 10.0f);
+    position.setRight(float(random.bounded(1000)) / 10.0f);
+    position.setBottom(float(random.bounded(1000)) / 10.0f);
+    position.setTransparency(float(random.bounded(3000) - 500) / 10.0f);
+    position.setLayer(random.bounded(5));
+    return position;
+}
+
+// "config.js" as a save wrote it before the description was kept between saves: the file read
+// and parsed, the position written into the tree, the tree converted.
+QByteArray freshConfigScript(const QString &workSpace, const QByteArray &xml,
+                             const PositionRect &position)
+{
+    QFile file(workSpace + QStringLiteral("/img.xml"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(xml) != xml.size())
+        return "<not written>";
+    file.close();
+    PluginSettingsInfo info;
+    info.setWorkSpace(workSpace);
+    QDomElement root = info.getXMLFromWorkspace();
+    if (root.isNull())
+        return QByteArray();
+    ScriptGenerator::applyPosition(root, position);
+    return UtilityFunction::header() +
+           ScriptGenerator::configScript(info.jsonFromXml(root, QString())).toUtf8();
 }
 
 } // namespace
@@ -595,6 +667,104 @@ private slots:
         PluginSettingsInfo info;
         QCOMPARE(XmlJson::jsonFromXmlText(xml, QString(), QString()),
                  info.jsonFromXml(parseDescriptionXml(xml).documentElement(), QString()));
+    }
+
+    // The description read once and filled with each position gives the bytes that reading and
+    // parsing it afresh for every position gives.
+    void keptDescriptionMatchesFreshReading()
+    {
+        QRandomGenerator random(20261124);
+        int filled = 0;
+        for (int round = 0; round < 3000; ++round) {
+            QByteArray xml;
+            randomDescription(xml, random, 0, QByteArray());
+            if (round % 10 == 0)
+                xml.insert(0, "<!DOCTYPE x [<!ENTITY e \"&#38;amp;\">]>");
+            if (round % 10 == 1)
+                xml.chop(3); // not well-formed
+            DescriptionTemplate kept = DescriptionTemplate::fromBytes(xml);
+            for (int k = 0; k < 3; ++k) {
+                const PositionRect position = randomPosition(random);
+                const QByteArray fresh = freshConfigScript(m_workspace.path(), xml, position);
+                const QByteArray fromKept = kept.configScript(position);
+                if (fresh != fromKept)
+                    QFAIL(qPrintable(QStringLiteral("%1\n fresh %2\n kept  %3")
+                                         .arg(QString::fromUtf8(xml), QString::fromUtf8(fresh),
+                                              QString::fromUtf8(fromKept))));
+                filled += fresh.contains("%\"") ? 1 : 0;
+            }
+        }
+        QVERIFY2(filled > 500, "the random descriptions must take the frame often");
+    }
+
+    void keptDescription_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        QTest::addColumn<bool>("usesTree");
+        QTest::newRow("the worked example is filled in pieces")
+            << QByteArray(kWorkedExample) << false;
+        QTest::newRow("only the last basic takes the frame")
+            << QByteArray("<info><properties><basic><left type=\"text\">a</left></basic>"
+                          "<basic><top type=\"number\">b</top></basic><basic type=\"text\"/>"
+                          "</properties><properties><basic><left>c</left></basic>"
+                          "<basic><width><item/></width><x:left type=\"text\">d</x:left></basic>"
+                          "</properties></info>")
+            << false;
+        QTest::newRow("members with content of their own lose it")
+            << QByteArray("<r><opacity><item><a type=\"text\">1</a></item></opacity>"
+                          "<layout type=\"bool\">0</layout><properties><basic>"
+                          "<height type=\"color\"><![CDATA[0x12]]></height></basic>"
+                          "</properties></r>")
+            << false;
+        QTest::newRow("a declared encoding is ignored, as the workspace reader ignores it")
+            << QByteArray("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>"
+                          "<info><opacity type=\"text\">\xc3\xa9</opacity><t type=\"text\">"
+                          "\xc3\xa9</t></info>")
+            << false;
+        QTest::newRow("an entity reference keeps the tree")
+            << QByteArray("<!DOCTYPE info [<!ENTITY who \"you\">]><info><t type=\"text\">&who;"
+                          "</t><opacity type=\"number\">1</opacity></info>")
+            << true;
+        QTest::newRow("an element inside a typed member keeps the tree")
+            << QByteArray("<info><properties><basic><left type=\"text\">1<b/></left></basic>"
+                          "</properties></info>")
+            << true;
+    }
+
+    void keptDescription()
+    {
+        QFETCH(QByteArray, xml);
+        QFETCH(bool, usesTree);
+        DescriptionTemplate kept = DescriptionTemplate::fromBytes(xml);
+        QVERIFY(!kept.isNull());
+        QCOMPARE(kept.usesTree(), usesTree);
+        QRandomGenerator random(7);
+        // The same position twice: a kept tree takes a position over the one before.
+        for (int k = 0; k < 4; ++k) {
+            const PositionRect position =
+                k == 2 ? ScriptGenerator::builtInPosition() : randomPosition(random);
+            QCOMPARE(kept.configScript(position),
+                     freshConfigScript(m_workspace.path(), xml, position));
+        }
+    }
+
+    void keptDescriptionOfNoDescriptionIsNull_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        QTest::newRow("bytes that are no UTF-8") << QByteArray("<info>caf\xe9</info>");
+        QTest::newRow("not well-formed") << QByteArray("<info><a></info>");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("too deep") << nested(MaxDescriptionDepth + 1);
+    }
+
+    void keptDescriptionOfNoDescriptionIsNull()
+    {
+        QFETCH(QByteArray, xml);
+        DescriptionTemplate kept = DescriptionTemplate::fromBytes(xml);
+        QVERIFY(kept.isNull());
+        QCOMPARE(kept.configScript(ScriptGenerator::builtInPosition()), QByteArray());
+        QCOMPARE(freshConfigScript(m_workspace.path(), xml, ScriptGenerator::builtInPosition()),
+                 QByteArray());
     }
 
     void nullElementGivesEmptyText()

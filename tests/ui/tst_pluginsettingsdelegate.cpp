@@ -53,6 +53,8 @@ private slots:
     void saveReplacesAnEditedPreviewPage();
     void missingPrivateViewDescriptionStillCloses();
     void vanishedWorkspaceWritesNothingAndCancelRestores();
+    void dragStepTouchesOnlyTheFieldsThatChange_data();
+    void dragStepTouchesOnlyTheFieldsThatChange();
 
 private:
     static QString bundle() { return QStringLiteral(IMG_BUNDLE_DIR); }
@@ -469,6 +471,46 @@ void TestPluginSettingsDelegate::vanishedWorkspaceWritesNothingAndCancelRestores
     QVERIFY(!QFileInfo::exists(ws));
     delegate->onCancel();
     QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestPluginSettingsDelegate::dragStepTouchesOnlyTheFieldsThatChange_data()
+{
+    QTest::addColumn<float>("left");
+    QTest::addColumn<QString>("leftText");
+    QTest::newRow("a step within the shown decimal keeps every field as it is") << 10.02f << "10.0";
+    QTest::newRow("a step past it rewrites the left field alone") << 12.36f << "12.4";
+}
+
+// A field whose text stays is not set again: a selection or undo history in it survives the
+// step, and no field repaints for nothing.
+void TestPluginSettingsDelegate::dragStepTouchesOnlyTheFieldsThatChange()
+{
+    QFETCH(float, left);
+    QFETCH(QString, leftText);
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("drag"));
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    PositionRect *record = delegate->positionView()->positionRect();
+    record->setLeft(10.0f);
+    delegate->onChangePositionView();
+    auto *leftField = window->findChild<QLineEdit *>("txtLeft");
+    auto *topField = window->findChild<QLineEdit *>("txtTop");
+    QCOMPARE(leftField->text(), QStringLiteral("10.0"));
+    const QString topText = topField->text();
+    topField->selectAll();
+    leftField->selectAll();
+    QSignalSpy leftChanges(leftField, &QLineEdit::textChanged);
+    record->setLeft(left);
+    delegate->onChangePositionView();
+    const bool leftKept = leftText == QLatin1String("10.0");
+    QCOMPARE(leftField->text(), leftText);
+    QCOMPARE(leftChanges.count(), leftKept ? 0 : 1);
+    QCOMPARE(leftField->hasSelectedText(), leftKept);
+    QCOMPARE(topField->text(), topText);
+    QVERIFY(topField->hasSelectedText());
+    delegate->onCancel();
 }
 
 int main(int argc, char *argv[])
