@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QJsonObject>
 #include <QLibrary>
 
@@ -15,11 +14,10 @@ QString PluginHost::binaryFolder(const QString &bundlePath)
 
 QString PluginHost::defaultBundlePath()
 {
-    const QString installed = QDir(QCoreApplication::applicationDirPath())
-                                  .filePath(QStringLiteral(IMG_INSTALL_BUNDLE_DIR "/img.bundle"));
-    if (QFileInfo(installed).isDir())
-        return QDir::cleanPath(installed);
-    return QStringLiteral(IMG_DEFAULT_BUNDLE);
+    // Only a path relative to the program is compiled in: a moved installation still finds its
+    // bundle, and no installed program ever reaches into the tree it was built in.
+    return QDir::cleanPath(QDir(QCoreApplication::applicationDirPath())
+                               .filePath(QStringLiteral(IMG_BUNDLE_FROM_BINDIR)));
 }
 
 bool PluginHost::load(const QString &bundlePath)

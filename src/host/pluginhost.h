@@ -14,8 +14,9 @@ class PluginHost
 public:
     // bundle/Contents/Linux on Linux (Contents/MacOS, Contents/Windows elsewhere).
     static QString binaryFolder(const QString &bundlePath);
-    // The bundle next to an installed host (../lib/imgplugin/img.bundle), else the one in the
-    // build tree the host was built with.
+    // The installed bundle as seen from the host's own folder (../lib/imgplugin/img.bundle, or
+    // ../lib/<multiarch>/imgplugin/img.bundle on Debian with the prefix /usr). The build tree
+    // has a link to its bundle at that place.
     static QString defaultBundlePath();
 
     // Loads the plugin of bundlePath; false, with errorString() set, when there is none.

@@ -2,11 +2,29 @@
 
 #include "pluginsettingsdelegate.h"
 
+#include <QCoreApplication>
 #include <QDialog>
+#include <QLoggingCategory>
 
 #include <memory>
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcPlugin, "img.plugin", QtWarningMsg)
+
+// The settings window's web view shares OpenGL contexts with the host's widgets; the web engine
+// can only do so when the host switched sharing on before its application object existed, and
+// without it the first web view takes the process down.
+bool hostSharesOpenGLContexts()
+{
+    if (QCoreApplication::testAttribute(Qt::AA_ShareOpenGLContexts))
+        return true;
+    qCWarning(lcPlugin,
+              "no settings window: the host must call "
+              "QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts) before it creates its "
+              "QApplication");
+    return false;
+}
 
 // Presents a PluginSettingsDelegate through the host's pure interface; the ui layer stays free of
 // the plugin's public header.
@@ -41,6 +59,8 @@ private:
 ImgSettingsController *ImgPlugin::createSettingsDelegate(const QString &languageCode,
                                                          const QString &bundlePath)
 {
+    if (!hostSharesOpenGLContexts())
+        return nullptr;
     std::unique_ptr<PluginSettingsDelegate> delegate =
         PluginSettingsDelegate::create(languageCode, bundlePath);
     if (!delegate)

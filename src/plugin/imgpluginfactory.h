@@ -23,7 +23,9 @@ public:
     // A new settings window controller. languageCode (for example "en", "de", "zh_CN") picks the
     // language folder of the bundle, bundlePath the bundle whose resources the window uses; a null
     // code keeps the language set before, a null path falls back to the host's own bundle.
-    // Null when the bundle has no window description. The caller owns the result.
+    // Null when the bundle has no window description, or when the host did not set
+    // Qt::AA_ShareOpenGLContexts before creating its QApplication (the window's web view needs
+    // it; a warning of the category "img.plugin" says so). The caller owns the result.
     virtual ImgSettingsController *createSettingsDelegate(const QString &languageCode,
                                                           const QString &bundlePath) = 0;
 };

@@ -14,7 +14,8 @@ namespace {
 
 using namespace ToolCommand;
 
-// The installed bundle beside the installed tool, else the one assembled in the build tree.
+// The bundle at its installed place relative to the tool (in the build tree a link there leads to
+// the assembled bundle), else at the place the build was configured to install it.
 QString defaultBundle()
 {
     const QString installed = QDir::cleanPath(QCoreApplication::applicationDirPath() +

@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Builds the Debian packages into build-deb/packages/:
+#   imgplugin        the bundle (under /usr/lib/<multiarch>/imgplugin) and the imgbundle tool
+#   imgplugin-demo   the demo host imghost
+#   imgplugin-dev    the interface headers, find_package(ImgPlugin) and imgplugin.pc
+# A release build configured for the prefix /usr, installed stripped by cpack, its dependencies
+# computed by dpkg-shlibdeps.
+#   scripts/package.sh [cmake options...]     JOBS=1 scripts/package.sh builds on one core
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+build_dir=build-deb
+./scripts/install-deps.sh
+cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
+  -DIMG_BUILD_TESTS=OFF -DIMG_BUILD_BENCH=OFF "$@"
+cmake --build "$build_dir" --parallel "${JOBS:-$(nproc)}"
+rm -f "$build_dir"/packages/*.deb
+(cd "$build_dir" && cpack -G DEB -B "$PWD/packages")
+ls -1 "$build_dir"/packages/*.deb

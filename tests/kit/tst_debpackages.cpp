@@ -1,0 +1,201 @@
+// The Debian packages as cpack builds them from this build: which files each holds, what each
+// depends on, a stripped plugin, and programs that carry no run path and nothing of the build tree.
+
+#include "kitprocess.h"
+#include "testenv.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestDebPackages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void eachPackageHasItsName();
+    void runtimeHoldsTheBuiltBundleAndTheTool();
+    void demoHoldsTheHostAlone();
+    void devHoldsTheHeadersAndPackageFiles();
+    void dependenciesAreComputed();
+    void installedPluginIsStripped();
+    void installedProgramsKeepOutOfTheBuildTree();
+
+private:
+    static QSet<QString> filesOf(const QString &deb);
+    static QByteArray field(const QString &deb, const char *name);
+    static QSet<QString> builtBundleFiles();
+    static QString under(const QString &relative) { return prefix() + '/' + relative; }
+    static QString prefix() { return QStringLiteral(IMG_INSTALL_PREFIX).mid(1); }
+    QString extracted(const QString &relative) const { return m_root + '/' + relative; }
+
+    QTemporaryDir m_tmp;
+    QString m_runtime, m_demo, m_dev, m_root;
+};
+
+void TestDebPackages::initTestCase()
+{
+    TestEnv::isolate();
+    QVERIFY(m_tmp.isValid());
+    const QString out = m_tmp.filePath("packages");
+    const KitProcess cpack =
+        KitProcess::run(IMG_CPACK_COMMAND,
+                        {"-G", "DEB", "--config", IMG_BINARY_DIR "/CPackConfig.cmake", "-B", out},
+                        170000, m_tmp.path());
+    QVERIFY2(cpack.ok(), cpack.report().constData());
+    const QString version = QStringLiteral("_" IMG_PROJECT_VERSION "_");
+    for (const QString &name : QDir(out).entryList({"*.deb"}, QDir::Files)) {
+        const QString path = out + '/' + name;
+        if (name.startsWith("imgplugin" + version))
+            m_runtime = path;
+        else if (name.startsWith("imgplugin-demo" + version))
+            m_demo = path;
+        else if (name.startsWith("imgplugin-dev" + version))
+            m_dev = path;
+    }
+    QVERIFY2(!m_runtime.isEmpty() && !m_demo.isEmpty() && !m_dev.isEmpty(), cpack.out.constData());
+
+    // One folder with all three unpacked, as a machine with the packages installed has them.
+    m_root = m_tmp.filePath("root");
+    for (const QString &deb : {m_runtime, m_demo, m_dev}) {
+        const KitProcess x = KitProcess::run("dpkg-deb", {"-x", deb, m_root}, 60000);
+        QVERIFY2(x.ok(), x.report().constData());
+    }
+}
+
+// The regular files and links of a package, as paths relative to the root.
+QSet<QString> TestDebPackages::filesOf(const QString &deb)
+{
+    QSet<QString> files;
+    const KitProcess list = KitProcess::run("dpkg-deb", {"-c", deb}, 60000);
+    for (const QByteArray &line : list.out.split('\n')) {
+        const QStringList fields = QString::fromUtf8(line).split(' ', Qt::SkipEmptyParts);
+        if (fields.size() >= 6 && !fields.first().startsWith('d'))
+            files.insert(fields.at(5).mid(2)); // "./usr/..."
+    }
+    return files;
+}
+
+QByteArray TestDebPackages::field(const QString &deb, const char *name)
+{
+    return KitProcess::run("dpkg-deb", {"-f", deb, QString::fromLatin1(name)}, 30000).out.trimmed();
+}
+
+// What the build puts into the bundle, taken from the sources: the resource folders as they are,
+// a strings table for every translation, the book's loader beside the preview page, the plugin.
+QSet<QString> TestDebPackages::builtBundleFiles()
+{
+    const QString bundle = under(IMG_INSTALL_BUNDLE);
+    const QString resources = bundle + "/Contents/Resources/";
+    const QDir source(IMG_SOURCE_DIR "/resources");
+    QSet<QString> files{bundle + "/" IMG_BUNDLE_BINARY_SUBDIR "/libimgplugin.so",
+                        resources + "html/imgplugin.js"};
+    QStringList folders{"html", "data"};
+    folders += source.entryList({"*.lproj"}, QDir::Dirs);
+    for (const QString &folder : folders) {
+        QDirIterator it(source.filePath(folder), QDir::Files | QDir::Hidden,
+                        QDirIterator::Subdirectories);
+        while (it.hasNext())
+            files.insert(resources + source.relativeFilePath(it.next()));
+    }
+    if (source.exists("product.id"))
+        files.insert(resources + "product.id");
+    for (const QString &ts : QDir(source.filePath("translations")).entryList({"*.ts"}))
+        files.insert(resources + QFileInfo(ts).completeBaseName() + ".lproj/PluginLocale.qm");
+    return files;
+}
+
+void TestDebPackages::eachPackageHasItsName()
+{
+    QCOMPARE(field(m_runtime, "Package"), QByteArray("imgplugin"));
+    QCOMPARE(field(m_demo, "Package"), QByteArray("imgplugin-demo"));
+    QCOMPARE(field(m_dev, "Package"), QByteArray("imgplugin-dev"));
+}
+
+void TestDebPackages::runtimeHoldsTheBuiltBundleAndTheTool()
+{
+    const QSet<QString> files = filesOf(m_runtime);
+    QSet<QString> bundle;
+    for (const QString &file : files)
+        if (file.startsWith(under(IMG_INSTALL_BUNDLE "/")))
+            bundle.insert(file);
+    const QSet<QString> expected = builtBundleFiles();
+    QCOMPARE(bundle.size(), expected.size());
+    QCOMPARE(bundle, expected);
+    QVERIFY(files.contains(under("bin/imgbundle")));
+    QVERIFY(!files.contains(under("bin/imghost")));
+}
+
+void TestDebPackages::demoHoldsTheHostAlone()
+{
+    QCOMPARE(filesOf(m_demo), QSet<QString>{under("bin/imghost")});
+}
+
+void TestDebPackages::devHoldsTheHeadersAndPackageFiles()
+{
+    const QString cmake = under(IMG_INSTALL_LIBDIR "/cmake/ImgPlugin/");
+    const QSet<QString> expected{under("include/imgplugin/imgpluginfactory.h"),
+                                 under("include/imgplugin/imgsettingscontroller.h"),
+                                 cmake + "ImgPluginConfig.cmake",
+                                 cmake + "ImgPluginConfigVersion.cmake",
+                                 cmake + "ImgPluginTargets.cmake",
+                                 under(IMG_INSTALL_LIBDIR "/pkgconfig/imgplugin.pc")};
+    QCOMPARE(filesOf(m_dev), expected);
+}
+
+void TestDebPackages::dependenciesAreComputed()
+{
+    // The runtime's libraries come from dpkg-shlibdeps, with versions; the web engine's helper
+    // process comes with the web engine library's dependencies.
+    const QByteArray runtime = field(m_runtime, "Depends");
+    for (const char *package : {"libc6 (>=", "libqt6core6", "libqt6webenginewidgets6", "libqt6xml6",
+                                "libqt6webenginecore6-bin (>="})
+        QVERIFY2(runtime.contains(package), runtime.constData());
+    const QByteArray sameRuntime = "imgplugin (= " IMG_PROJECT_VERSION;
+    const QByteArray demo = field(m_demo, "Depends");
+    QVERIFY2(demo.contains(sameRuntime) && demo.contains("libqt6widgets6"), demo.constData());
+    QVERIFY2(!demo.contains("libqt6webengine"), demo.constData()); // the host never links it
+    const QByteArray dev = field(m_dev, "Depends");
+    QVERIFY2(dev.contains(sameRuntime) && dev.contains("qt6-base-dev"), dev.constData());
+}
+
+void TestDebPackages::installedPluginIsStripped()
+{
+    const QString plugin =
+        extracted(under(IMG_INSTALL_BUNDLE "/" IMG_BUNDLE_BINARY_SUBDIR "/libimgplugin.so"));
+    const KitProcess sections = KitProcess::run("readelf", {"-S", "--wide", plugin}, 30000);
+    QVERIFY2(sections.ok(), sections.report().constData());
+    QVERIFY(sections.out.contains(".dynsym")); // it is the library, and a loadable one
+    QVERIFY2(!sections.out.contains(".debug_"), sections.out.constData());
+    QVERIFY2(!sections.out.contains(".symtab"), sections.out.constData());
+}
+
+void TestDebPackages::installedProgramsKeepOutOfTheBuildTree()
+{
+#ifdef QT_NO_DEBUG
+    const QByteArray buildTree = IMG_BINARY_DIR "/";
+#else
+    // A debug build's assertions name the build tree's generated sources; what must not be
+    // there is its bundle.
+    const QByteArray buildTree = IMG_BUNDLE_DIR;
+#endif
+    for (const QString &relative :
+         {under("bin/imghost"), under("bin/imgbundle"),
+          under(IMG_INSTALL_BUNDLE "/" IMG_BUNDLE_BINARY_SUBDIR "/libimgplugin.so")}) {
+        const QString path = extracted(relative);
+        const KitProcess dynamic = KitProcess::run("readelf", {"-d", "--wide", path}, 30000);
+        QVERIFY2(dynamic.ok(), dynamic.report().constData());
+        QVERIFY2(!dynamic.out.contains("RPATH") && !dynamic.out.contains("RUNPATH"),
+                 dynamic.out.constData());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY2(!file.readAll().contains(buildTree), qPrintable(relative));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestDebPackages)
+#include "tst_debpackages.moc"
