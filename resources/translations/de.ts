@@ -79,6 +79,14 @@
         <source>The image cannot be loaded</source>
         <translation>Das Bild kann nicht geladen werden</translation>
     </message>
+    <message>
+        <source>The workspace could not be created.</source>
+        <translation>Der Arbeitsbereich konnte nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>Changes made in this window cannot be saved.</source>
+        <translation>Änderungen in diesem Fenster können nicht gespeichert werden.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -79,6 +79,14 @@
         <source>The image cannot be loaded</source>
         <translation>The image cannot be loaded</translation>
     </message>
+    <message>
+        <source>The workspace could not be created.</source>
+        <translation>The workspace could not be created.</translation>
+    </message>
+    <message>
+        <source>Changes made in this window cannot be saved.</source>
+        <translation>Changes made in this window cannot be saved.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -79,6 +79,14 @@
         <source>The image cannot be loaded</source>
         <translation>L’image ne peut pas être chargée</translation>
     </message>
+    <message>
+        <source>The workspace could not be created.</source>
+        <translation>L’espace de travail n’a pas pu être créé.</translation>
+    </message>
+    <message>
+        <source>Changes made in this window cannot be saved.</source>
+        <translation>Les modifications faites dans cette fenêtre ne peuvent pas être enregistrées.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

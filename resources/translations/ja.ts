@@ -79,6 +79,14 @@
         <source>The image cannot be loaded</source>
         <translation>画像を読み込めません</translation>
     </message>
+    <message>
+        <source>The workspace could not be created.</source>
+        <translation>作業領域を作成できませんでした。</translation>
+    </message>
+    <message>
+        <source>Changes made in this window cannot be saved.</source>
+        <translation>このウィンドウで行った変更は保存できません。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

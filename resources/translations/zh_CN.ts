@@ -79,6 +79,14 @@
         <source>The image cannot be loaded</source>
         <translation>无法加载图像</translation>
     </message>
+    <message>
+        <source>The workspace could not be created.</source>
+        <translation>无法创建工作区。</translation>
+    </message>
+    <message>
+        <source>Changes made in this window cannot be saved.</source>
+        <translation>无法保存在此窗口中所做的更改。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

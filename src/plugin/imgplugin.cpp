@@ -26,6 +26,13 @@ bool hostSharesOpenGLContexts()
     return false;
 }
 
+static_assert(int(ImgSettingsController::WorkspaceUnavailable) ==
+              int(PluginSettingsDelegate::WorkspaceUnavailable));
+static_assert(int(ImgSettingsController::BackupUnavailable) ==
+              int(PluginSettingsDelegate::BackupUnavailable));
+static_assert(int(ImgSettingsController::RestoreFailed) ==
+              int(PluginSettingsDelegate::RestoreFailed));
+
 // Presents a PluginSettingsDelegate through the host's pure interface; the ui layer stays free of
 // the plugin's public header.
 class SettingsController final : public ImgSettingsController
@@ -33,7 +40,16 @@ class SettingsController final : public ImgSettingsController
 public:
     explicit SettingsController(PluginSettingsDelegate *delegate)
         : m_delegate(delegate)
-    {}
+    {
+        QObject::connect(m_delegate.get(), &PluginSettingsDelegate::windowClosed, m_delegate.get(),
+                         [this](int closeMode) {
+                             if (m_closedHandler)
+                                 m_closedHandler(closeMode);
+                         });
+    }
+    // A host that lets go of an open window discards it, as Cancel would, so that the workspace
+    // is never left half-edited with its backup behind.
+    ~SettingsController() override { m_delegate->endWindow(PluginSettingsDelegate::Discard); }
 
     void setModalMode(bool modal) override { m_delegate->setModalMode(modal); }
     void setWorkSpace(const QString &path) override { m_delegate->setWorkSpace(path); }
@@ -50,8 +66,21 @@ public:
             m_delegate->setRecoveryAnswer(PluginSettingsDelegate::RecoveryAnswer(answer));
     }
 
+    void endWindow(int closeMode) override
+    {
+        m_delegate->endWindow(closeMode == PluginSettingsDelegate::Apply
+                                  ? PluginSettingsDelegate::Apply
+                                  : PluginSettingsDelegate::Discard);
+    }
+    void setClosedHandler(std::function<void(int)> handler) override
+    {
+        m_closedHandler = std::move(handler);
+    }
+    int problems() const override { return int(m_delegate->problems()); }
+
 private:
     std::unique_ptr<PluginSettingsDelegate> m_delegate;
+    std::function<void(int)> m_closedHandler;
 };
 
 } // namespace

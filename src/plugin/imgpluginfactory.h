@@ -30,5 +30,6 @@ public:
                                                           const QString &bundlePath) = 0;
 };
 
-#define ImgPluginFactory_iid "net.kelvara.img.PluginFactory/1.0"
+// 1.1: the controller can end its window from code, report its close and tell its problems.
+#define ImgPluginFactory_iid "net.kelvara.img.PluginFactory/1.1"
 Q_DECLARE_INTERFACE(ImgPluginFactory, ImgPluginFactory_iid)

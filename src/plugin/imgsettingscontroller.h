@@ -2,12 +2,15 @@
 
 #include <QString>
 
+#include <functional>
+
 class QDialog;
 class QObject;
 
 // The settings window of the image plugin as a host sees it. A pure interface: a host includes
 // this header and calls through the object that the plugin's factory returns, without linking
-// the plugin. The host owns the object and deletes it after the window has closed.
+// the plugin. The host owns the object and deletes it after the window has closed; deleting it
+// while the window is still open discards the window, as endWindow(0) does. GUI thread only.
 //
 // Closing the window always ends it with a stop code: QDialog::exec() returns closeMode(), the
 // dialog emits QDialog::finished(closeMode()), and object() emits windowClosed(int closeMode).
@@ -40,4 +43,28 @@ public:
     // is. A host that runs without a person answers for them: 0 asks (the default), 1 goes back,
     // 2 keeps. Call it before window().
     virtual void setRecoveryAnswer(int answer) = 0;
+
+    // Ends an open window from code, without asking the author and without alerts (for a host
+    // that shuts down): 1 keeps the workspace as saved while editing (as the close box answered
+    // with OK does: no book script is written), 0 restores it as it was at opening (as Cancel
+    // does). The window then closes as any window does. Does nothing unless the window is open.
+    virtual void endWindow(int closeMode) = 0;
+
+    // Called with the stop code once the window has closed, however it closed; for hosts that
+    // do not run the window with exec(). Set it before the window closes; an empty function
+    // removes it.
+    virtual void setClosedHandler(std::function<void(int closeMode)> handler) = 0;
+
+    // Why the window cannot do all of its work, as flags; 0 when nothing is wrong. The author is
+    // told each of them in an alert too, except after endWindow().
+    enum Problem {
+        // No workspace folder that can be written: the window saves nothing.
+        WorkspaceUnavailable = 1,
+        // No complete backup of the workspace: Cancel cannot undo the changes.
+        BackupUnavailable = 2,
+        // A restore did not finish; the workspace stays as it was and the backup is kept for
+        // the next window on it.
+        RestoreFailed = 4,
+    };
+    virtual int problems() const = 0;
 };

@@ -260,6 +260,7 @@ bool PluginSettingsDelegate::awakeFromNib()
     // What an earlier window left half-done is settled before anything touches the workspace.
     recoverWorkspace();
     loadPrivateView();
+    checkWorkspace();
     loadSettings();
 
     // A window run modally previews while its modal session runs, alerts included; a modeless
@@ -547,12 +548,17 @@ void PluginSettingsDelegate::saveInitialSettings()
 
 void PluginSettingsDelegate::reportBackupFailure()
 {
+    // Without a workspace there is nothing to back up; the author has heard of the workspace.
+    if (m_problems & WorkspaceUnavailable)
+        return;
+    m_problems |= BackupUnavailable;
     if (m_closed || m_backupFailureShown)
         return;
+    qCWarning(lcSettingsWindow) << "no backup of the workspace:" << _workSpace;
     m_backupFailureShown = true;
-    alert(QStringLiteral("The workspace could not be backed up."),
-          QStringLiteral("Your changes are still saved as you make them, but Cancel will not be "
-                         "able to undo them."));
+    tell(QStringLiteral("The workspace could not be backed up."),
+         QStringLiteral("Your changes are still saved as you make them, but Cancel will not be "
+                        "able to undo them."));
 }
 
 void PluginSettingsDelegate::undoSettings()
@@ -563,19 +569,63 @@ void PluginSettingsDelegate::undoSettings()
     const SettingsBackup::Outcome outcome = restoreWithProgress(
         [backup](const SettingsBackup::Progress &progress) { return backup->restore(progress); });
     m_backup.reset();
-    if (outcome == SettingsBackup::Outcome::NothingToUndo)
-        alert(
-            QStringLiteral("Nothing could be undone."),
-            QStringLiteral("There is no complete backup of the workspace, so it stays as it is."));
+    // A window without a workspace saved nothing, so there is nothing to miss.
+    if (outcome == SettingsBackup::Outcome::NothingToUndo && !(m_problems & WorkspaceUnavailable))
+        tell(QStringLiteral("Nothing could be undone."),
+             QStringLiteral("There is no complete backup of the workspace, so it stays as it is."));
     else if (outcome == SettingsBackup::Outcome::Failed)
         reportRestoreFailure();
 }
 
 void PluginSettingsDelegate::reportRestoreFailure()
 {
-    alert(QStringLiteral("The workspace could not be restored."),
-          QStringLiteral("It stays as it is. The backup is kept and offered again the next time "
-                         "the window opens."));
+    m_problems |= RestoreFailed;
+    qCWarning(lcSettingsWindow) << "the workspace could not be restored:" << _workSpace;
+    tell(QStringLiteral("The workspace could not be restored."),
+         QStringLiteral("It stays as it is. The backup is kept and offered again the next time "
+                        "the window opens."));
+}
+
+void PluginSettingsDelegate::tell(const QString &message, const QString &text)
+{
+    if (!m_quiet)
+        alert(message, text);
+}
+
+void PluginSettingsDelegate::checkWorkspace()
+{
+    const QFileInfo folder(_workSpace);
+    if (!_workSpace.isEmpty() && folder.isDir() && folder.isWritable())
+        return;
+    m_problems |= WorkspaceUnavailable;
+    qCWarning(lcSettingsWindow) << "the workspace cannot be written; nothing will be saved:"
+                                << _workSpace;
+    // Said once the window is up, so that the author sees what it is about.
+    QMetaObject::invokeMethod(this, &PluginSettingsDelegate::reportWorkspaceFailure,
+                              Qt::QueuedConnection);
+}
+
+void PluginSettingsDelegate::reportWorkspaceFailure()
+{
+    if (m_closed)
+        return;
+    tell(QStringLiteral("The workspace could not be created."),
+         QStringLiteral("Changes made in this window cannot be saved."));
+}
+
+bool PluginSettingsDelegate::isWindowOpen() const
+{
+    return m_windowLoaded && m_window && !m_closed;
+}
+
+void PluginSettingsDelegate::endWindow(CloseMode mode)
+{
+    if (!isWindowOpen())
+        return;
+    m_quiet = true;
+    isOKCancelButton = true; // no question
+    _closeMode = mode;
+    closeWindow();
 }
 
 void PluginSettingsDelegate::clearBackupSettings()

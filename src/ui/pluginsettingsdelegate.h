@@ -44,6 +44,15 @@ public:
     // What to do with the backup of an earlier window on the same workspace that died before
     // the author decided: ask the author, or answer without asking (hosts and tests).
     enum RecoveryAnswer { AskAuthor = 0, GoBack = 1, KeepAsItIs = 2 };
+    // Why the window cannot do all of its work; a set of flags. The author is told each one in
+    // an alert as well, except when the host closes the window itself.
+    enum Problem {
+        NoProblem = 0,
+        WorkspaceUnavailable = 1, // no workspace folder that can be written: nothing is saved
+        BackupUnavailable = 2,    // no complete backup: Cancel cannot undo the changes
+        RestoreFailed = 4, // the last restore did not finish; the backup is kept for next time
+    };
+    Q_DECLARE_FLAGS(Problems, Problem)
 
     // A null languageCode keeps the process-wide language set before; a null bundlePath falls
     // back to the host's own bundle. Creates the empty backup folder of this opening.
@@ -104,6 +113,13 @@ public:
     void onChangePositionView() override;
     void didChangedPositionView() override;
 
+    // Ends an open window from code without asking the author and without alerts, for a host
+    // that shuts down: Apply keeps the workspace as saved live (as the close box answered OK
+    // does), Discard restores it (as Cancel does). Nothing happens when no window is open.
+    void endWindow(CloseMode mode);
+    bool isWindowOpen() const;
+    Problems problems() const { return m_problems; }
+
     // The keystroke filter of the number fields: a last character that is neither a digit nor
     // the first point is dropped.
     static QString checkStringFrom(const QString &text);
@@ -153,6 +169,11 @@ private:
     using RestoreWork = std::function<SettingsBackup::Outcome(const SettingsBackup::Progress &)>;
     SettingsBackup::Outcome restoreWithProgress(const RestoreWork &work);
     void reportRestoreFailure();
+    // A window whose workspace cannot be written saves nothing; the author and the host hear so.
+    void checkWorkspace();
+    void reportWorkspaceFailure();
+    // An alert for the author, unless the host is closing the window.
+    void tell(const QString &message, const QString &text);
 
     // Outlets of the window description.
     QPointer<QWidget> PrivateSettingView;
@@ -190,9 +211,13 @@ private:
     std::unique_ptr<SettingsBackup> m_backup;
     RecoveryAnswer m_recoveryAnswer = AskAuthor;
     bool m_backupFailureShown = false;
+    Problems m_problems;
+    bool m_quiet = false; // the host closes the window: no alerts
 
     QString m_windowDescriptionPath;
     std::unique_ptr<SettingsDialog> m_window;
     bool m_windowLoaded = false;
     bool m_closed = false;
 };
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(PluginSettingsDelegate::Problems)

@@ -111,6 +111,14 @@ private slots:
     void damagedSettingsFileLoadsAsZeros_data();
     void damagedSettingsFileLoadsAsZeros();
 
+    void hostEndsTheWindowWithoutAsking_data();
+    void hostEndsTheWindowWithoutAsking();
+    void deletingTheControllerDiscardsAnOpenWindow();
+    void closedHandlerHearsEveryClose_data();
+    void closedHandlerHearsEveryClose();
+    void unwritableWorkspaceIsReported();
+    void missingBackupIsReported();
+
 private:
     Session open(const QString &ws, const QString &bundle = bundleDir(),
                  const QString &language = "en");
@@ -729,6 +737,128 @@ void TestSettingsWindow::damagedSettingsFileLoadsAsZeros()
     Tree before = opening;
     before.remove("config.js");
     QCOMPARE(closed, before);
+}
+
+void TestSettingsWindow::hostEndsTheWindowWithoutAsking_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("0 restores the opening state, as Cancel") << 0;
+    QTest::newRow("1 keeps the state saved live, as the close box answered OK") << 1;
+}
+
+void TestSettingsWindow::hostEndsTheWindowWithoutAsking()
+{
+    QFETCH(int, mode);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    const Tree opening = TreeSnapshot::take(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtTop", "7");
+    const Tree edited = TreeSnapshot::take(ws);
+    QVERIFY(edited != opening);
+    QSignalSpy finished(s.window, &QDialog::finished);
+    WindowDriver::AlertAnswerer answerer("Cancel");
+    s.controller->endWindow(mode);
+    QVERIFY(!answerer.answered());
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.at(0).at(0).toInt(), mode);
+    QCOMPARE(s.controller->closeMode(), mode);
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QCOMPARE(TreeSnapshot::take(ws), mode == 1 ? edited : opening);
+    QVERIFY(!QFileInfo::exists(ws + "/bookPlugin.js"));
+    // A closed window stays closed.
+    s.controller->endWindow(1 - mode);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(s.controller->closeMode(), mode);
+}
+
+void TestSettingsWindow::deletingTheControllerDiscardsAnOpenWindow()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    const Tree opening = TreeSnapshot::take(ws);
+    const QStringList tempBefore =
+        QDir::temp().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    {
+        Session s = open(ws);
+        QVERIFY(s.window);
+        s.type("txtRight", "3");
+        QVERIFY(TreeSnapshot::take(ws) != opening);
+        WindowDriver::AlertAnswerer answerer("Cancel");
+        s.controller.reset();
+        QVERIFY(!answerer.answered());
+    }
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+    // No backup is left behind.
+    QTRY_COMPARE(QDir::temp().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 tempBefore);
+}
+
+void TestSettingsWindow::closedHandlerHearsEveryClose_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<int>("code");
+    QTest::newRow("OK button") << "btnOK" << 1;
+    QTest::newRow("Cancel button") << "btnCancel" << 0;
+    QTest::newRow("host applies") << "end 1" << 1;
+    QTest::newRow("host discards") << "end 0" << 0;
+    QTest::newRow("host deletes the controller") << "delete" << 0;
+}
+
+void TestSettingsWindow::closedHandlerHearsEveryClose()
+{
+    QFETCH(QString, how);
+    QFETCH(int, code);
+    QTemporaryDir tmp;
+    Session s = open(tmp.filePath("ws"));
+    QVERIFY(s.window);
+    QList<int> heard;
+    s.controller->setClosedHandler([&heard](int closeMode) { heard << closeMode; });
+    if (how.startsWith("btn"))
+        s.click(qPrintable(how));
+    else if (how == "delete")
+        s.controller.reset();
+    else
+        s.controller->endWindow(how.back().digitValue());
+    QCOMPARE(heard, QList<int>{code});
+}
+
+void TestSettingsWindow::unwritableWorkspaceIsReported()
+{
+    QTemporaryDir tmp;
+    // A file stands where the workspace's folder should be made.
+    writeFile(tmp.filePath("blocked"), "a file, not a folder");
+    const QString ws = tmp.filePath("blocked/ws");
+    WindowDriver::AlertAnswerer answerer("OK");
+    Session s = open(ws);
+    QVERIFY(s.window);
+    QTRY_VERIFY(answerer.answered());
+    QCOMPARE(answerer.alertText(), QStringLiteral("The workspace could not be created."));
+    QVERIFY(s.controller->problems() & ImgSettingsController::WorkspaceUnavailable);
+    QCOMPARE(readFile(tmp.filePath("blocked")), QByteArray("a file, not a folder"));
+    s.click("btnCancel");
+    QCOMPARE(s.controller->closeMode(), 0);
+}
+
+void TestSettingsWindow::missingBackupIsReported()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    const QByteArray temp = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(tmp.filePath("no-such-folder")));
+    WindowDriver::AlertAnswerer answerer("OK");
+    Session s = open(ws);
+    qputenv("TMPDIR", temp);
+    QVERIFY(s.window);
+    QTRY_VERIFY(answerer.answered());
+    QCOMPARE(answerer.alertText(), QStringLiteral("The workspace could not be backed up."));
+    QCOMPARE(s.controller->problems(), int(ImgSettingsController::BackupUnavailable));
+    s.controller->endWindow(0);
+    QCOMPARE(s.controller->isCloseBundle(), true);
 }
 
 int main(int argc, char *argv[])
