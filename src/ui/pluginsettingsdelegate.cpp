@@ -32,8 +32,10 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QStyle>
 #include <QThread>
 #include <QWebEngineView>
 
@@ -280,6 +282,7 @@ bool PluginSettingsDelegate::awakeFromNib()
     }
 
     arrangeKeyboardOrder();
+    fitSettingsColumn();
     fitWindowToScreen();
 
     isChange = true; // the first tick loads the preview
@@ -450,6 +453,15 @@ void PluginSettingsDelegate::followLayerChoiceWithFocus()
     };
     follow();
     connect(matLayer, &QButtonGroup::buttonToggled, group, follow);
+}
+
+void PluginSettingsDelegate::fitSettingsColumn()
+{
+    auto *area = m_window->findChild<QScrollArea *>(QStringLiteral("scrSettings"));
+    if (!area || !area->widget())
+        return;
+    const int bar = area->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, area);
+    area->setMinimumWidth(area->widget()->minimumSizeHint().width() + bar);
 }
 
 void PluginSettingsDelegate::fitWindowToScreen()

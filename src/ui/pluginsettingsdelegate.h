@@ -153,6 +153,9 @@ private:
     // Cancel. The preview is looked at, not worked, and stays out of the chain.
     void arrangeKeyboardOrder();
     void followLayerChoiceWithFocus();
+    // The settings column scrolls on a short screen rather than squeezing its controls; it is
+    // never narrower than they are.
+    void fitSettingsColumn();
     // Opens at the description's size where the screen has room, smaller where it has not.
     void fitWindowToScreen();
     void showTransparency(float value);

@@ -7,6 +7,7 @@
 #include "veleditview.h"
 
 #include <QAccessible>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPaintEvent>
@@ -150,6 +151,10 @@ void PositionView::keyPressEvent(QKeyEvent *event)
         return;
     }
     event->accept();
+    if (!m_keyboardFocus) {
+        m_keyboardFocus = true;
+        update();
+    }
     const PositionRect next = steppedMargins(m_positionRect, *step, size());
     if (next != m_positionRect) {
         m_positionRect = next;
@@ -176,7 +181,7 @@ void PositionView::paintEvent(QPaintEvent *)
     outline.addRect(bounds);
     outline.addRect(bounds.adjusted(1, 1, -1, -1));
     p.fillPath(outline, outlineColor());
-    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+    if (showsFocus())
         paintFocusFrame(p);
 
     const QRectF frame = PositionRect::getObjectFrameWith(m_positionRect, bounds.size());
@@ -191,6 +196,22 @@ void PositionView::paintEvent(QPaintEvent *)
         return;
     }
     placeEditView(frame);
+}
+
+// The ring shows keyboard work, as Qt's styles do: focus that came by Tab or a mnemonic, or a
+// key used on the canvas, not a mere click.
+bool PositionView::showsFocus() const
+{
+    return hasFocus() && (m_keyboardFocus || window()->testAttribute(Qt::WA_KeyboardFocusChange));
+}
+
+void PositionView::focusInEvent(QFocusEvent *event)
+{
+    const Qt::FocusReason reason = event->reason();
+    m_keyboardFocus = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                      reason == Qt::ShortcutFocusReason ||
+                      (reason == Qt::ActiveWindowFocusReason && m_keyboardFocus);
+    QWidget::focusInEvent(event);
 }
 
 // A two-point ring in the palette's highlight over the page's own outline, so that keyboard focus

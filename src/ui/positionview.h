@@ -62,9 +62,11 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     // Arrow keys move the box, Alt+arrows move its right or bottom edge; see EditGeometry.
     void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
     void placeEditView(const QRectF &frame);
+    bool showsFocus() const;
     void paintFocusFrame(QPainter &painter);
     // Emits marginsChanged and tells assistive technology, when it listens.
     void announceMargins();
@@ -74,4 +76,5 @@ private:
     PostionViewDelete *m_ower = nullptr;
     QColor m_fillColor;
     QColor m_outlineColor;
+    bool m_keyboardFocus = false; // the focus came by the keyboard, or a key was used here
 };

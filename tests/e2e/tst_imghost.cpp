@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -18,6 +19,7 @@ private slots:
     void screenshotRunPrintsTheStopCode();
     void quitWhenShownReportsTheWindow();
     void missingBundleIsReported();
+    void windowFitsTheScreenAtScaleFactorTwo();
 
 private:
     static QProcess *run(const QStringList &arguments, QObject *parent);
@@ -70,6 +72,29 @@ void TestImgHost::quitWhenShownReportsTheWindow()
     QCOMPARE(host->exitCode(), 0);
     QCOMPARE(host->readAllStandardOutput(),
              QByteArray("window shown\nstop code: 0\ncloseMode: 0\nisCloseBundle: true\n"));
+}
+
+void TestImgHost::windowFitsTheScreenAtScaleFactorTwo()
+{
+    if (QStandardPaths::findExecutable("xvfb-run").isEmpty())
+        QSKIP("xvfb-run is not installed");
+    QTemporaryDir tmp;
+    const QString shot = tmp.filePath("window.png");
+    // A screen of its own: 1920 x 1080 pixels, 960 x 540 points at scale factor 2.
+    QProcess host;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("QT_SCALE_FACTOR", "2");
+    host.setProcessEnvironment(env);
+    host.start("xvfb-run", {"-a", "-s", "-screen 0 1920x1080x24", QStringLiteral(IMG_HOST_EXE),
+                            "--workspace", tmp.filePath("ws"), "--screenshot", shot});
+    QVERIFY(host.waitForFinished(120000));
+    QVERIFY2(host.exitCode() == 0, host.readAllStandardError().constData());
+    const QImage image(shot);
+    QVERIFY(!image.isNull());
+    QVERIFY2(image.width() <= 1920 && image.height() <= 1080,
+             qPrintable(QStringLiteral("%1x%2").arg(image.width()).arg(image.height())));
+    // It still uses the room it has.
+    QVERIFY(image.width() >= 1600 && image.height() >= 900);
 }
 
 void TestImgHost::missingBundleIsReported()

@@ -16,11 +16,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRegularExpression>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QWebEngineView>
 #include <QXmlStreamReader>
 #include <QtTest>
 
+#include <cmath>
 #include <memory>
 
 using TreeSnapshot::readFile;
@@ -93,6 +95,39 @@ QString textOf(QWidget *w)
 }
 
 const QStringList kLanguages{"en", "de", "fr", "ja", "zh_CN"};
+
+QPalette paletteNamed(const QString &name)
+{
+    if (name == "light")
+        return QApplication::style()->standardPalette();
+    const bool high = name == "high-contrast";
+    QPalette p;
+    p.setColor(QPalette::Window, high ? Qt::black : QColor(0x2b, 0x2b, 0x2b));
+    p.setColor(QPalette::WindowText, Qt::white);
+    p.setColor(QPalette::Base, high ? Qt::black : QColor(0x1e, 0x1e, 0x1e));
+    p.setColor(QPalette::AlternateBase, QColor(0x35, 0x35, 0x35));
+    p.setColor(QPalette::Text, high ? Qt::white : QColor(0xe6, 0xe6, 0xe6));
+    p.setColor(QPalette::Button, high ? Qt::black : QColor(0x3a, 0x3a, 0x3a));
+    p.setColor(QPalette::ButtonText, Qt::white);
+    p.setColor(QPalette::Highlight, high ? QColor(0xff, 0xff, 0x00) : QColor(0x3d, 0x8e, 0xe9));
+    p.setColor(QPalette::HighlightedText, Qt::black);
+    p.setColor(QPalette::PlaceholderText, QColor(0xa0, 0xa0, 0xa0));
+    return p;
+}
+
+// The contrast ratio of two colours, as accessibility guidelines measure it (1 to 21).
+double contrast(const QColor &a, const QColor &b)
+{
+    const auto luminance = [](const QColor &c) {
+        const auto channel = [](double v) {
+            return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) +
+               0.0722 * channel(c.blueF());
+    };
+    const double la = luminance(a), lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
 
 } // namespace
 
@@ -242,6 +277,44 @@ private slots:
         }
         QVERIFY(owners.size() >= 14);
         w.cancel();
+    }
+
+    void keyboardFocusOnTheCanvasShowsInEveryPalette_data()
+    {
+        QTest::addColumn<QString>("palette");
+        QTest::newRow("light palette") << "light";
+        QTest::newRow("dark palette") << "dark";
+        QTest::newRow("high-contrast palette") << "high-contrast";
+    }
+    void keyboardFocusOnTheCanvasShowsInEveryPalette()
+    {
+        QFETCH(QString, palette);
+        const QPalette before = QApplication::palette();
+        QApplication::setPalette(paletteNamed(palette));
+        QTemporaryDir tmp;
+        const QString ws = tmp.filePath("ws");
+        QDir().mkpath(ws);
+        writeFile(ws + "/settings.dat", "10.0\n26.0\n60.0\n26.0\n0.0\n1");
+        Window w = open(ws);
+        QVERIFY(w.dialog);
+        // From the buttons back to the canvas by the position group's mnemonic.
+        w.widget("btnCancel")->setFocus();
+        w.key(Qt::Key_P, Qt::AltModifier);
+        QWidget *canvas = w.widget("positionView");
+        QCOMPARE(w.focusName(), QStringLiteral("positionView"));
+        const QImage shown = canvas->grab().toImage();
+        const QPalette &colours = canvas->palette();
+        // The focus ring in the palette's highlight, the page in its base colour.
+        QCOMPARE(QColor(shown.pixel(0, shown.height() / 2)), colours.color(QPalette::Highlight));
+        QCOMPARE(QColor(shown.pixel(shown.width() - 10, 10)), colours.color(QPalette::Base));
+        // The field beside it keeps the palette's text on its base: legible.
+        auto *left = qobject_cast<QLineEdit *>(w.widget("txtLeft"));
+        QVERIFY(contrast(left->palette().color(QPalette::Text),
+                         left->palette().color(QPalette::Base)) > 4.5);
+        w.dialog->grab().save(
+            QStringLiteral(IMG_BINARY_DIR "/settings-window-focus-%1.png").arg(palette));
+        w.cancel();
+        QApplication::setPalette(before);
     }
 
     void labelsNameTheirControls()
