@@ -79,6 +79,10 @@
         <source>The image cannot be loaded</source>
         <translation>Das Bild kann nicht geladen werden</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>An Bild anpassen</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

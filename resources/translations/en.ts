@@ -79,6 +79,10 @@
         <source>The image cannot be loaded</source>
         <translation>The image cannot be loaded</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>Fit to image</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -79,6 +79,10 @@
         <source>The image cannot be loaded</source>
         <translation>L’image ne peut pas être chargée</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>Ajuster à l’image</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -79,6 +79,10 @@
         <source>The image cannot be loaded</source>
         <translation>画像を読み込めません</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>画像に合わせる</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

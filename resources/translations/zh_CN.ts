@@ -79,6 +79,10 @@
         <source>The image cannot be loaded</source>
         <translation>无法加载图像</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>适合图像</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
