@@ -87,6 +87,10 @@
         <source>Changes made in this window cannot be saved.</source>
         <translation>Änderungen in diesem Fenster können nicht gespeichert werden.</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>An Bild anpassen</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -87,6 +87,10 @@
         <source>Changes made in this window cannot be saved.</source>
         <translation>Changes made in this window cannot be saved.</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>Fit to image</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

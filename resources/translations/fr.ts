@@ -87,6 +87,10 @@
         <source>Changes made in this window cannot be saved.</source>
         <translation>Les modifications faites dans cette fenêtre ne peuvent pas être enregistrées.</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>Ajuster à l’image</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

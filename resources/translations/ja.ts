@@ -87,6 +87,10 @@
         <source>Changes made in this window cannot be saved.</source>
         <translation>このウィンドウで行った変更は保存できません。</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>画像に合わせる</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

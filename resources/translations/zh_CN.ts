@@ -87,6 +87,10 @@
         <source>Changes made in this window cannot be saved.</source>
         <translation>无法保存在此窗口中所做的更改。</translation>
     </message>
+    <message>
+        <source>Fit to image</source>
+        <translation>适合图像</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

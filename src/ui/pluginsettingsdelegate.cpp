@@ -3,6 +3,7 @@
 #include "aspectbox.h"
 #include "backuprecovery.h"
 #include "bundlepaths.h"
+#include "canvasimage.h"
 #include "fileops.h"
 #include "localisation.h"
 #include "logalert.h"
@@ -376,6 +377,7 @@ void PluginSettingsDelegate::loadPrivateView()
     view->setWorkSpace(_workSpace);
     view->setOwer(this);
     view->setBundlePath(_bundlePath);
+    connect(view, &PrivateView::imageChoiceChanged, this, &PluginSettingsDelegate::showChosenImage);
     view->loadDispInfo();
     if (PrivateSettingView)
         replacePlaceholder(PrivateSettingView, view);
@@ -388,7 +390,9 @@ void PluginSettingsDelegate::createPositionView()
     auto *view = new PositionView;
     view->setObjectName(QStringLiteral("positionView"));
     view->setOwer(this);
+    view->setPageProportions(kPageProportions);
     _positionView = view;
+    showChosenImage();
     if (!positionDrawView) {
         view->setParent(m_window.get());
         return;
@@ -401,6 +405,17 @@ void PluginSettingsDelegate::createPositionView()
     view->setToolTip(positionDrawView->toolTip());
     area->setContent(view);
     replacePlaceholder(positionDrawView, area);
+}
+
+// The canvas shows what the image choice shows: the workspace's copy of the file, or the link's
+// host. Read once per change of the choice, never during a drag.
+void PluginSettingsDelegate::showChosenImage()
+{
+    if (!_positionView || !m_privateView)
+        return;
+    const CanvasImage::Picture picture = CanvasImage::read(m_privateView->chosenImageFile());
+    _positionView->setImage(picture.image, picture.size);
+    _positionView->setLinkHost(CanvasImage::linkHost(m_privateView->chosenLink()));
 }
 
 void PluginSettingsDelegate::arrangeKeyboardOrder()

@@ -149,6 +149,7 @@ private:
     void wireOutlets();
     void loadPrivateView();
     void createPositionView();
+    void showChosenImage();
     // Tab moves in reading order: canvas, margins, transparency, layer, image, Default, OK,
     // Cancel. The preview is looked at, not worked, and stays out of the chain.
     void arrangeKeyboardOrder();

@@ -4,12 +4,15 @@
 #include "editgeometry.h"
 #include "localisation.h"
 #include "postionviewdelete.h"
+#include "proportions.h"
 #include "veleditview.h"
 
 #include <QAccessible>
+#include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -25,6 +28,45 @@ QString marginNumber(const QLocale &locale, float value)
 {
     const double rounded = std::round(double(value) * 10.0) / 10.0;
     return locale.toString(rounded, 'f', rounded == std::floor(rounded) ? 0 : 1);
+}
+
+// The box holds a reduced copy of a large image: painting it costs the same at any image size.
+constexpr int pictureSide = 1024;
+
+// What the snapping guides are drawn in: a colour no page or box uses.
+QColor guideColor()
+{
+    return QColor(230, 0, 140);
+}
+
+// The record's transparency as the book uses it: 100 % and more is invisible.
+qreal opacityFor(float transparency)
+{
+    return qBound(0.0, 1.0 - double(transparency) / 100.0, 1.0);
+}
+
+// A one-point line across the page on the pixel at position, kept on the page at its far edge.
+QRectF guideLine(const Snapping::Guide &guide, QSizeF page)
+{
+    const qreal length = guide.orientation == Qt::Vertical ? page.width() : page.height();
+    const qreal at = qBound(0.0, std::floor(guide.position), length - 1);
+    return guide.orientation == Qt::Vertical ? QRectF(at, 0, 1, page.height())
+                                             : QRectF(0, at, page.width(), 1);
+}
+
+// The two equal margins of one axis, each a dashed bar from the page's edge to the box.
+void paintEqualMargins(QPainter &p, const QRectF &box, QSizeF page, Qt::Orientation across)
+{
+    p.setPen(QPen(guideColor(), 1.0, Qt::DashLine, Qt::FlatCap));
+    if (across == Qt::Horizontal) {
+        const qreal y = std::floor(box.center().y()) + 0.5;
+        p.drawLine(QPointF(0, y), QPointF(box.left(), y));
+        p.drawLine(QPointF(box.right(), y), QPointF(page.width(), y));
+    } else {
+        const qreal x = std::floor(box.center().x()) + 0.5;
+        p.drawLine(QPointF(x, 0), QPointF(x, box.top()));
+        p.drawLine(QPointF(x, box.bottom()), QPointF(x, page.height()));
+    }
 }
 
 } // namespace
@@ -101,8 +143,14 @@ void PositionView::onChangeEditView(VelEditView *box)
     if (box != m_objectView)
         return;
     const QSizeF bounds(size());
-    const PositionRect margins =
-        PositionRect::convertObjectFrame(clampFrameForMargins(box->frame(), bounds), bounds);
+    const PositionRect margins = Snapping::exactMargins(
+        PositionRect::convertObjectFrame(clampFrameForMargins(box->frame(), bounds), bounds),
+        box->snapResult());
+    // Guides are drawn while there are any; a step that neither had nor has any paints nothing.
+    const bool guidesShown = !m_snap.guides.isEmpty() || !box->snapResult().guides.isEmpty();
+    m_snap = box->snapResult();
+    if (guidesShown)
+        update();
     m_positionRect.setLeft(margins.left());
     m_positionRect.setTop(margins.top());
     m_positionRect.setRight(margins.right());
@@ -115,8 +163,67 @@ void PositionView::onChangeEditView(VelEditView *box)
 
 void PositionView::onDidChangedEditView(VelEditView *box)
 {
-    if (box == m_objectView && m_ower)
+    if (box != m_objectView)
+        return;
+    if (!m_snap.guides.isEmpty()) {
+        m_snap = {};
+        update();
+    }
+    if (m_ower)
         m_ower->didChangedPositionView();
+}
+
+void PositionView::setPageProportions(QSizeF proportions)
+{
+    m_pageProportions = proportions;
+    updateKeptAspect();
+}
+
+void PositionView::setImage(const QImage &image, QSize naturalSize)
+{
+    m_imageSize = image.isNull() ? QSize() : naturalSize.isValid() ? naturalSize : image.size();
+    const bool large = image.width() > pictureSide || image.height() > pictureSide;
+    m_objectView->setPicture(large ? image.scaled(pictureSide, pictureSide, Qt::KeepAspectRatio,
+                                                  Qt::SmoothTransformation)
+                                   : image);
+    updateKeptAspect();
+}
+
+void PositionView::setLinkHost(const QString &host)
+{
+    m_linkHost = host;
+    m_objectView->setLinkHost(host);
+}
+
+// The box keeps the image's shape on the page, which on the canvas depends on the canvas's size.
+void PositionView::updateKeptAspect()
+{
+    m_objectView->setKeptAspect(Proportions::boxAspect(m_imageSize, size(), m_pageProportions));
+}
+
+void PositionView::fitToImage()
+{
+    if (m_imageSize.isEmpty())
+        return;
+    applyEdit(Proportions::fittedToImage(m_positionRect, m_imageSize, size(), m_pageProportions));
+}
+
+QMenu *PositionView::createContextMenu(QWidget *parent)
+{
+    auto *menu = new QMenu(parent);
+    const QString fit = QStringLiteral("Fit to image");
+    QAction *action = menu->addAction(loadAppString(fit, fit), this, &PositionView::fitToImage);
+    action->setObjectName(QStringLiteral("actionFitToImage"));
+    action->setEnabled(!m_imageSize.isEmpty());
+    return menu;
+}
+
+void PositionView::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createContextMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+    event->accept();
 }
 
 QString PositionView::marginsText() const
@@ -141,8 +248,7 @@ void PositionView::announceMargins()
     QAccessible::updateAccessibility(&event);
 }
 
-// A key press is a short drag: the owner hears of the step if the margins moved, and of its end
-// in any case, which is when it saves.
+// A key press is a short drag.
 void PositionView::keyPressEvent(QKeyEvent *event)
 {
     const auto step = keyStepFor(event->key(), event->modifiers());
@@ -155,7 +261,13 @@ void PositionView::keyPressEvent(QKeyEvent *event)
         m_keyboardFocus = true;
         update();
     }
-    const PositionRect next = steppedMargins(m_positionRect, *step, size());
+    applyEdit(steppedMargins(m_positionRect, *step, size()));
+}
+
+// The owner hears of the step if the margins moved, and of its end in any case, which is when it
+// saves.
+void PositionView::applyEdit(const PositionRect &next)
+{
     if (next != m_positionRect) {
         m_positionRect = next;
         update();
@@ -183,6 +295,7 @@ void PositionView::paintEvent(QPaintEvent *)
     p.fillPath(outline, outlineColor());
     if (showsFocus())
         paintFocusFrame(p);
+    paintGuides(p);
 
     const QRectF frame = PositionRect::getObjectFrameWith(m_positionRect, bounds.size());
     if (!(frame.width() > 0 && frame.height() > 0))
@@ -225,9 +338,24 @@ void PositionView::paintFocusFrame(QPainter &painter)
     painter.fillPath(ring, palette().color(QPalette::Highlight));
 }
 
+void PositionView::paintGuides(QPainter &p) const
+{
+    if (m_snap.guides.isEmpty())
+        return;
+    const QSizeF page(size());
+    for (const Snapping::Guide &guide : m_snap.guides)
+        p.fillRect(guideLine(guide, page), guideColor());
+    const QRectF box = m_objectView->frame();
+    if (m_snap.equalHorizontal())
+        paintEqualMargins(p, box, page, Qt::Horizontal);
+    if (m_snap.equalVertical())
+        paintEqualMargins(p, box, page, Qt::Vertical);
+}
+
 // The record is the master: the box follows it on every redraw.
 void PositionView::placeEditView(const QRectF &frame)
 {
+    m_objectView->setPictureOpacity(opacityFor(m_positionRect.transparency()));
     m_objectView->setFrame(frame);
     m_objectView->forceRefreshLayout();
     if (m_objectView->parentWidget() != this) {
@@ -241,5 +369,6 @@ void PositionView::resizeEvent(QResizeEvent *event)
     // The box's frame is y-up; a new height moves its widget even though the frame is the same.
     if (m_objectView->parentWidget() == this)
         m_objectView->setFrame(m_objectView->frame());
+    updateKeptAspect();
     QWidget::resizeEvent(event);
 }

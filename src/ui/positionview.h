@@ -1,18 +1,22 @@
 #pragma once
 
 #include "positionrect.h"
+#include "snapping.h"
 
 #include <QColor>
+#include <QImage>
 #include <QWidget>
 
 class PostionViewDelete;
+class QMenu;
 class VelEditView;
 
 // The page on which the user places the plugin: a filled rectangle with an outline, and on it the
 // edit box. It is also a keyboard control: in the tab chain, with a focus frame, arrow keys moving
 // or resizing the box as a short drag would. The canvas's own record is the master: every redraw
 // places the box from its margins, and every drag step of the box writes margins back into it and
-// tells the owner.
+// tells the owner. While the box is dragged the canvas draws the lines it snapped to.
+// The box shows the chosen image (or the link it comes from), which the owner tells the canvas.
 class PositionView : public QWidget
 {
     Q_OBJECT
@@ -42,6 +46,26 @@ public:
     QColor outlineColor() const;
     void setOutlineColor(const QColor &color);
 
+    // The proportions of the page the canvas stands for; the box keeps an image's shape on that
+    // page. Unset (empty), the canvas's own proportions are the page's.
+    QSizeF pageProportions() const { return m_pageProportions; }
+    void setPageProportions(QSizeF proportions);
+
+    // The chosen image, shown in the box at the record's transparency. naturalSize is the
+    // image's own size in pixels where the image given is a reduced copy; unset, the image's.
+    // A null image shows none.
+    void setImage(const QImage &image, QSize naturalSize = QSize());
+    QSize imageSize() const { return m_imageSize; }
+    // The host of a chosen link, shown with a link symbol when there is no image; empty for none.
+    void setLinkHost(const QString &host);
+    QString linkHost() const { return m_linkHost; }
+
+    // What the box snapped to in the gesture under way; empty otherwise.
+    const Snapping::Result &snapResult() const { return m_snap; }
+
+    // The canvas's context menu, owned by parent: "Fit to image", enabled with an image.
+    QMenu *createContextMenu(QWidget *parent);
+
     // The box's margins as the canvas announces them, in the window's language.
     QString marginsText() const;
 
@@ -56,6 +80,9 @@ public slots:
     void onChangeEditView(VelEditView *box);
     // The box reports a release: the owner hears the gesture ended.
     void onDidChangedEditView(VelEditView *box);
+    // Sets the box's height from its width so that the image is undistorted on the page, and
+    // tells the owner as a drag would (a step, then its end). Nothing happens without an image.
+    void fitToImage();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -63,8 +90,13 @@ protected:
     // Arrow keys move the box, Alt+arrows move its right or bottom edge; see EditGeometry.
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    // Takes margins from an edit of the canvas's own (a key, a menu action) as a short drag.
+    void applyEdit(const PositionRect &next);
+    void paintGuides(QPainter &painter) const;
+    void updateKeptAspect();
     void placeEditView(const QRectF &frame);
     bool showsFocus() const;
     void paintFocusFrame(QPainter &painter);
@@ -77,4 +109,8 @@ private:
     QColor m_fillColor;
     QColor m_outlineColor;
     bool m_keyboardFocus = false; // the focus came by the keyboard, or a key was used here
+    QSizeF m_pageProportions;
+    QSize m_imageSize;
+    QString m_linkHost;
+    Snapping::Result m_snap;
 };

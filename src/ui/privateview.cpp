@@ -145,6 +145,7 @@ void PrivateView::loadDispInfo()
                 Qt::UniqueConnection);
     if (m_txtFile)
         m_txtFile->setReadOnly(true);
+    emit imageChoiceChanged();
 }
 
 int PrivateView::selectedTag() const
@@ -172,6 +173,19 @@ void PrivateView::onChoose(int tag)
 {
     Q_UNUSED(tag)
     chooseLocate(selectedTag());
+    emit imageChoiceChanged();
+}
+
+QString PrivateView::chosenImageFile() const
+{
+    if (selectedTag() != FileTag || !m_txtFile || m_txtFile->text().isEmpty())
+        return QString();
+    return QDir(m_workSpace).filePath(m_txtFile->text());
+}
+
+QString PrivateView::chosenLink() const
+{
+    return selectedTag() == LinkTag && m_txtLink ? m_txtLink->text() : QString();
 }
 
 void PrivateView::showFile(const QString &name)
@@ -270,6 +284,7 @@ void PrivateView::controlTextDidChange(QObject *sender)
 void PrivateView::onLinkEdited()
 {
     controlTextDidChange(m_txtLink);
+    emit imageChoiceChanged();
 }
 
 void PrivateView::onBrowseClicked()
@@ -330,6 +345,7 @@ void PrivateView::refreshLocateFile(const QString &path)
             QString());
     }
     emit locateFileRefreshed(path, copied);
+    emit imageChoiceChanged();
 }
 
 bool PrivateView::saveFile2Workspace(const QString &path)

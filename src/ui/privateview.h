@@ -70,6 +70,12 @@ public:
     // Saves after each edit of the link that leaves it non-empty.
     void controlTextDidChange(QObject *sender);
 
+    // The image the choice shows: the workspace's copy of the chosen file, as an absolute path;
+    // empty when a link is chosen or no file is.
+    QString chosenImageFile() const;
+    // The link the choice shows; empty when the file is chosen.
+    QString chosenLink() const;
+
     // The workspace files the setting refers to (at most one name, relative to the workspace).
     QStringList locateFiles() const { return m_files; }
     // The preview leaves no clicked link alone: web links go to the system browser.
@@ -91,6 +97,9 @@ public:
 signals:
     // After refreshLocateFile, on the main thread: the chosen path and whether it was copied.
     void locateFileRefreshed(const QString &path, bool copied);
+    // The chosen image or link may have changed: another source, a new file, an edited link,
+    // or the setting loaded.
+    void imageChoiceChanged();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -1,6 +1,9 @@
 #include "veleditview.h"
 
+#include "proportions.h"
+
 #include <QEnterEvent>
+#include <QFontMetricsF>
 #include <QLoggingCategory>
 #include <QMouseEvent>
 #include <QPainter>
@@ -18,6 +21,9 @@ namespace {
 constexpr qreal bodyInset = trackBoxSize / 2;
 constexpr int iconSize = 16;
 constexpr int iconHotSpot = 8;
+// The link symbol's size, and the room it needs before the host name is written under it.
+constexpr qreal linkSymbolSize = 14;
+constexpr qreal linkTextRoom = 30;
 
 QColor bodyFillColor()
 {
@@ -50,6 +56,23 @@ QImage drawResizeFigure(bool yUp)
     return image;
 }
 
+// Two rounded links of a chain, slanted, in a square of the given side centred on centre.
+void drawLinkSymbol(QPainter &p, QPointF centre, qreal side)
+{
+    p.save();
+    p.translate(centre);
+    p.rotate(-45);
+    const qreal length = side * 0.55;
+    const qreal thickness = side * 0.36;
+    p.setPen(QPen(QColor(60, 60, 60), 1.6));
+    p.setBrush(Qt::NoBrush);
+    p.drawRoundedRect(QRectF(-length + side * 0.12, -thickness / 2, length, thickness),
+                      thickness / 2, thickness / 2);
+    p.drawRoundedRect(QRectF(-side * 0.12, -thickness / 2, length, thickness), thickness / 2,
+                      thickness / 2);
+    p.restore();
+}
+
 QCursor drawnCursor(const QImage &image)
 {
     return QCursor(QPixmap::fromImage(image), iconHotSpot, iconHotSpot);
@@ -79,6 +102,30 @@ void VelEditView::setFrame(const QRectF &frame)
     if (changed)
         update();
     refreshArea(m_frame, trackBoxSize);
+}
+
+void VelEditView::setPicture(const QImage &picture)
+{
+    m_picture = picture;
+    update();
+}
+
+void VelEditView::setPictureOpacity(qreal opacity)
+{
+    opacity = qBound(0.0, opacity, 1.0);
+    if (opacity == m_pictureOpacity)
+        return;
+    m_pictureOpacity = opacity;
+    if (!m_picture.isNull())
+        update();
+}
+
+void VelEditView::setLinkHost(const QString &host)
+{
+    if (host == m_linkHost)
+        return;
+    m_linkHost = host;
+    update();
 }
 
 void VelEditView::refreshArea(const QRectF &frame, qreal boxSize)
@@ -218,12 +265,17 @@ void VelEditView::paintEvent(QPaintEvent *)
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
     p.translate(flipped(m_frame, flipHeight()).topLeft() - QPointF(geometry().topLeft()));
-    p.setWorldTransform(flipTransform(m_frame.height()), true);
 
+    // The body is inset by the same amount on every side, so it is the same rectangle y-down;
+    // the picture and the text are drawn y-down so that they stand upright.
     const QRectF body(bodyInset, bodyInset, m_frame.width() - 2 * bodyInset,
                       m_frame.height() - 2 * bodyInset);
+    p.fillRect(body, bodyFillColor());
+    paintContent(p, body);
+
+    p.setWorldTransform(flipTransform(m_frame.height()), true);
     p.setPen(QPen(Qt::red, 1.0, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-    p.setBrush(bodyFillColor());
+    p.setBrush(Qt::NoBrush);
     p.drawRect(body);
 
     p.setBrush(Qt::white);
@@ -234,6 +286,40 @@ void VelEditView::paintEvent(QPaintEvent *)
             continue;
         p.drawEllipse(area);
     }
+}
+
+// The picture fills the body at its opacity; during a gesture it is scaled the quick way, and
+// smoothly again once the box settles.
+void VelEditView::paintContent(QPainter &p, const QRectF &body) const
+{
+    if (!m_picture.isNull()) {
+        p.save();
+        p.setOpacity(m_pictureOpacity);
+        p.setRenderHint(QPainter::SmoothPixmapTransform, !m_isMouseDown);
+        p.drawImage(body, m_picture);
+        p.restore();
+    } else if (!m_linkHost.isEmpty()) {
+        paintLink(p, body);
+    }
+}
+
+// A link is never fetched: the box shows a link symbol and the host the image would come from.
+void VelEditView::paintLink(QPainter &p, const QRectF &body) const
+{
+    if (body.width() < linkSymbolSize || body.height() < linkSymbolSize)
+        return;
+    const bool withText = body.height() >= linkTextRoom && body.width() >= linkTextRoom;
+    const QFontMetricsF metrics(font());
+    const qreal textHeight = withText ? metrics.height() : 0;
+    const qreal top = body.center().y() - (linkSymbolSize + textHeight) / 2;
+    drawLinkSymbol(p, QPointF(body.center().x(), top + linkSymbolSize / 2), linkSymbolSize);
+    if (!withText)
+        return;
+    const QRectF line(body.left() + 2, top + linkSymbolSize, body.width() - 4, textHeight);
+    p.setPen(QColor(40, 40, 40));
+    p.setFont(font());
+    p.drawText(line, Qt::AlignCenter,
+               metrics.elidedText(m_linkHost, Qt::ElideMiddle, line.width()));
 }
 
 void VelEditView::enterEvent(QEnterEvent *event)
@@ -262,7 +348,7 @@ void VelEditView::mouseMoveEvent(QMouseEvent *event)
 {
     const QPointF point = windowPointFor(event->position());
     if (m_isMouseDown && (event->buttons() & Qt::LeftButton)) {
-        mouseDragged(point);
+        mouseDragged(point, event->modifiers());
         return;
     }
     // Hovering: passing between areas is leaving one and entering the next.
@@ -314,13 +400,15 @@ void VelEditView::mouseDown(QPointF windowPoint)
 {
     m_isMouseDown = true;
     m_orgPoint = windowPoint;
+    m_draggedFrame = m_frame;
+    m_snap = {};
     // A press outside every area keeps the previous type, normally none after leaving the box.
     if (isMatchArea(windowPoint))
         m_mouseType = mouseTypeForArea(matchArea(windowPoint));
     changeCursor(m_mouseType);
 }
 
-void VelEditView::mouseDragged(QPointF windowPoint)
+void VelEditView::mouseDragged(QPointF windowPoint, Qt::KeyboardModifiers modifiers)
 {
     // Outside the canvas nothing changes, not even the origin of the step, so coming back
     // applies the whole distance travelled meanwhile.
@@ -333,18 +421,36 @@ void VelEditView::mouseDragged(QPointF windowPoint)
         return;
     m_isChange = true;
     const std::optional<QRectF> next =
-        dragStep(m_frame, m_mouseType, dx, dy, QSizeF(parentWidget()->size()));
+        dragStep(m_draggedFrame, m_mouseType, dx, dy, QSizeF(parentWidget()->size()));
     if (!next)
         return;
-    qCDebug(lcEditView) << "drag" << m_mouseType << dx << dy << m_frame << "->" << *next;
-    setFrame(*next);
+    qCDebug(lcEditView) << "drag" << m_mouseType << dx << dy << m_draggedFrame << "->" << *next;
+    m_draggedFrame = *next;
+    setFrame(shownFrame(*next, modifiers));
     emit EditViewChangeNotification(this);
+}
+
+// Shift on a corner keeps the picture's shape; otherwise the frame snaps, unless Alt is held.
+QRectF VelEditView::shownFrame(const QRectF &dragged, Qt::KeyboardModifiers modifiers)
+{
+    m_snap = {};
+    const QSizeF canvas(parentWidget()->size());
+    if ((modifiers & Qt::ShiftModifier) && m_keptAspect > 0 &&
+        Proportions::isCornerType(m_mouseType))
+        return Proportions::keepAspect(dragged, m_mouseType, m_keptAspect, canvas);
+    if (modifiers & Qt::AltModifier)
+        return dragged;
+    m_snap = Snapping::snapFrame(dragged, m_mouseType, canvas);
+    return m_snap.frame;
 }
 
 void VelEditView::mouseUp(QPointF windowPoint)
 {
-    if (m_isMouseDown)
+    m_snap = {}; // the guides go with the gesture
+    if (m_isMouseDown) {
         emit EditViewDidChangedNotification(this);
+        update(); // the picture is scaled smoothly again
+    }
     m_isMouseDown = false;
     if (!isMatchArea(windowPoint)) {
         m_mouseType = MouseTypeNone;

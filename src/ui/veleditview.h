@@ -1,12 +1,15 @@
 #pragma once
 
 #include "editgeometry.h"
+#include "snapping.h"
 
 #include <QCursor>
 #include <QImage>
 #include <QRectF>
 #include <QString>
 #include <QWidget>
+
+class QPainter;
 
 // The box that stands for the plugin on the page canvas: a translucent rectangle with a red
 // outline and eight round handles. The interior moves it, the handles resize it; each step keeps
@@ -15,6 +18,11 @@
 // Its frame lives in the parent's y-up coordinates (see EditGeometry) as exact reals; the widget
 // geometry is the pixel rectangle that covers it. Pointer positions are taken in y-up window
 // coordinates, so a drag is measured against the window and not against the box that moves.
+//
+// A drag follows the pointer on a frame of its own (the drag rules alone); what is shown is that
+// frame snapped to the page's lines (see Snapping), or kept at the image's shape when a corner is
+// dragged with Shift. Alt turns snapping off while it is held. Keeping the two apart lets the box
+// come off a line again once the pointer has moved on, instead of sticking to it.
 class VelEditView : public QWidget
 {
     Q_OBJECT
@@ -45,6 +53,21 @@ public:
     // Conversions between y-up window coordinates and the box's own y-up coordinates.
     QPointF convertFromWindow(QPointF windowPoint) const;
     QPointF windowPointFor(QPointF widgetPosition) const;
+
+    // The width-to-height ratio a corner drag keeps while Shift is held; 0 keeps none.
+    qreal keptAspect() const { return m_keptAspect; }
+    void setKeptAspect(qreal aspect) { m_keptAspect = aspect; }
+    // What the last drag step snapped to; empty outside a gesture and while nothing is in reach.
+    const Snapping::Result &snapResult() const { return m_snap; }
+
+    // What the box shows inside its outline: a picture scaled to the box at the given opacity
+    // (0 to 1), or else, with a host name, a link symbol and the name. Nothing shows for neither.
+    void setPicture(const QImage &picture);
+    QImage picture() const { return m_picture; }
+    void setPictureOpacity(qreal opacity);
+    qreal pictureOpacity() const { return m_pictureOpacity; }
+    void setLinkHost(const QString &host);
+    QString linkHost() const { return m_linkHost; }
 
     int mouseType() const { return m_mouseType; }
     bool isMouseDown() const { return m_isMouseDown; }
@@ -87,7 +110,10 @@ private:
     void cursorUpdate(QPointF windowPoint);
     void changeCursor(int type);
     void mouseDown(QPointF windowPoint);
-    void mouseDragged(QPointF windowPoint);
+    void mouseDragged(QPointF windowPoint, Qt::KeyboardModifiers modifiers = {});
+    QRectF shownFrame(const QRectF &dragged, Qt::KeyboardModifiers modifiers);
+    void paintContent(QPainter &painter, const QRectF &body) const;
+    void paintLink(QPainter &painter, const QRectF &body) const;
     void mouseUp(QPointF windowPoint);
 
     void placeWidget();
@@ -96,6 +122,12 @@ private:
     bool canvasContains(QPointF windowPoint) const;
 
     QRectF m_frame;
+    QRectF m_draggedFrame; // the drag rules' frame, before snapping or shaping
+    Snapping::Result m_snap;
+    qreal m_keptAspect = 0;
+    QImage m_picture;
+    qreal m_pictureOpacity = 1;
+    QString m_linkHost;
     EditGeometry::HitAreas m_areas{};
     int m_mouseType = EditGeometry::MouseTypeNone;
     bool m_isMouseDown = false;

@@ -523,9 +523,17 @@ void TestSettingsWindow::dragOfTheBoxFollowsInTheFieldsAndSavesOnRelease()
     const auto onBox = [&](QPoint windowPoint) {
         return box->mapFrom(top, windowPoint);
     };
+    // Alt held: the box follows the pointer alone, without snapping to the page's centre lines
+    // (it starts centred from top to bottom, within reach of the line).
+    const auto moveTo = [&](QPoint windowPoint) {
+        const QPoint at = onBox(windowPoint);
+        QMouseEvent move(QEvent::MouseMove, at, box->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                         Qt::AltModifier);
+        QApplication::sendEvent(box, &move);
+    };
     QTest::mousePress(box, Qt::LeftButton, Qt::NoModifier, onBox(grip));
     for (int step = 1; step <= 3; ++step) {
-        QTest::mouseMove(box, onBox(grip + QPoint(6 * step, -4 * step)));
+        moveTo(grip + QPoint(6 * step, -4 * step));
         for (int i = 0; i < 4; ++i) {
             const QString text = s.text(fields[i]);
             const QString where = QString("step %1 %2 = %3, expected about %4")

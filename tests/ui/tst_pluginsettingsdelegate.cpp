@@ -5,15 +5,18 @@
 #include "localisation.h"
 #include "pluginsettingsdelegate.h"
 #include "positionview.h"
+#include "privateview.h"
 #include "settingsbackup.h"
 #include "testenv.h"
 #include "treesnapshot.h"
+#include "veleditview.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QProcess>
 #include <QSlider>
@@ -45,8 +48,8 @@ private slots:
     void timerTicksInsideAModalRun();
     void timerFollowsTheRunLoopMode_data();
     void timerFollowsTheRunLoopMode();
-    void canvasValueSpeaksTheWindowsLanguage_data();
-    void canvasValueSpeaksTheWindowsLanguage();
+    void canvasSpeaksTheWindowsLanguage_data();
+    void canvasSpeaksTheWindowsLanguage();
     void destroyingAnOpenWindowIsSafe();
     void brokenWindowDescriptionGivesNoWindow();
     void layerLineIsReadAsAnInteger();
@@ -55,6 +58,9 @@ private slots:
     void vanishedWorkspaceWritesNothingAndCancelRestores();
     void dragStepTouchesOnlyTheFieldsThatChange_data();
     void dragStepTouchesOnlyTheFieldsThatChange();
+    void dragSnappedToTheCentreSavesEqualMargins();
+    void chosenImageShowsOnTheCanvas();
+    void fitToImageIsSavedLikeAnyEdit();
 
 private:
     static QString bundle() { return QStringLiteral(IMG_BUNDLE_DIR); }
@@ -331,26 +337,33 @@ void TestPluginSettingsDelegate::timerFollowsTheRunLoopMode()
     QCOMPARE(ticked, ticks);
 }
 
-void TestPluginSettingsDelegate::canvasValueSpeaksTheWindowsLanguage_data()
+void TestPluginSettingsDelegate::canvasSpeaksTheWindowsLanguage_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("fit"); // the canvas's context menu
     QTest::newRow("English") << "en"
-                             << "Left 10 %, top 26 %, right 60.5 %, bottom 26 %";
+                             << "Left 10 %, top 26 %, right 60.5 %, bottom 26 %"
+                             << "Fit to image";
     QTest::newRow("German, with its decimal comma")
         << "de"
-        << "Links 10 %, oben 26 %, rechts 60,5 %, unten 26 %";
+        << "Links 10 %, oben 26 %, rechts 60,5 %, unten 26 %"
+        << "An Bild anpassen";
     QTest::newRow("French") << "fr"
-                            << "Gauche 10 %, haut 26 %, droite 60,5 %, bas 26 %";
-    QTest::newRow("Japanese") << "ja" << QString::fromUtf8("左 10 %、上 26 %、右 60.5 %、下 26 %");
+                            << "Gauche 10 %, haut 26 %, droite 60,5 %, bas 26 %"
+                            << QString::fromUtf8("Ajuster à l’image");
+    QTest::newRow("Japanese") << "ja" << QString::fromUtf8("左 10 %、上 26 %、右 60.5 %、下 26 %")
+                              << QString::fromUtf8("画像に合わせる");
     QTest::newRow("Simplified Chinese")
-        << "zh_CN" << QString::fromUtf8("左 10 %，上 26 %，右 60.5 %，下 26 %");
+        << "zh_CN" << QString::fromUtf8("左 10 %，上 26 %，右 60.5 %，下 26 %")
+        << QString::fromUtf8("适合图像");
 }
 
-void TestPluginSettingsDelegate::canvasValueSpeaksTheWindowsLanguage()
+void TestPluginSettingsDelegate::canvasSpeaksTheWindowsLanguage()
 {
     QFETCH(QString, language);
     QFETCH(QString, value);
+    QFETCH(QString, fit);
     const QString ws = m_tmp.filePath("spoken-" + language);
     QDir().mkpath(ws);
     writeFile(ws + "/settings.dat", "10.0\n26.0\n60.5\n26.0\n0.0\n1");
@@ -364,6 +377,8 @@ void TestPluginSettingsDelegate::canvasValueSpeaksTheWindowsLanguage()
     QVERIFY(canvas);
     QCOMPARE(canvas->role(), QAccessible::Canvas);
     QCOMPARE(canvas->text(QAccessible::Value), value);
+    std::unique_ptr<QMenu> menu(delegate->positionView()->createContextMenu(nullptr));
+    QCOMPARE(menu->findChild<QAction *>("actionFitToImage")->text(), fit);
     delegate->onCancel();
     resetAppStringTableForTesting();
 }
@@ -511,6 +526,121 @@ void TestPluginSettingsDelegate::dragStepTouchesOnlyTheFieldsThatChange()
     QCOMPARE(topField->text(), topText);
     QVERIFY(topField->hasSelectedText());
     delegate->onCancel();
+}
+
+namespace {
+
+// The box widget's pixel whose centre is the given canvas point (y up).
+QPoint boxPixel(PositionView *canvas, QPointF canvasPoint)
+{
+    const QPointF down(canvasPoint.x(), canvas->height() - canvasPoint.y());
+    return QPoint(int(std::floor(down.x())), int(std::floor(down.y()))) - canvas->editView()->pos();
+}
+
+// A small picture file outside the workspace, as a user would choose it.
+QString writePicture(const QString &path, QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    return image.save(path, "PNG") ? path : QString();
+}
+
+} // namespace
+
+// The whole path of a snapped drag: the box pulled onto the page's centre line, the fields, and
+// on release "settings.dat" with left and right equal to the tenth.
+void TestPluginSettingsDelegate::dragSnappedToTheCentreSavesEqualMargins()
+{
+    const QString ws = m_tmp.filePath("snap");
+    writeFile(ws + "/settings.dat", "21.3\n30.0\n40.0\n30.0\n0.0\n1");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QDialog *window = delegate->window();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window));
+    PositionView *canvas = delegate->positionView();
+    canvas->repaint();
+    VelEditView *box = canvas->editView();
+    QVERIFY(box->isVisible());
+    const QRectF frame = box->frame();
+    // Within the 5-point reach: the box's centre ends 0.5 to 1.5 points from the page's.
+    const qreal offCentre = canvas->width() / 2.0 - frame.center().x();
+    const int pull = int(std::floor(offCentre)) + 1;
+    QVERIFY(qAbs(pull - offCentre) <= 1.5);
+    const QPointF inside = frame.center() + QPointF(0.5, 0.5);
+    const QByteArray before = readFile(ws + "/settings.dat");
+    QTest::mousePress(box, Qt::LeftButton, {}, boxPixel(canvas, inside));
+    QTest::mouseMove(box, boxPixel(canvas, inside + QPointF(pull, 0)));
+    QCOMPARE(box->frame().center().x(), canvas->width() / 2.0);
+    auto *leftField = window->findChild<QLineEdit *>("txtLeft");
+    auto *rightField = window->findChild<QLineEdit *>("txtRight");
+    QCOMPARE(leftField->text(), rightField->text());
+    QCOMPARE(readFile(ws + "/settings.dat"), before); // saved on release only
+    QTest::mouseRelease(box, Qt::LeftButton, {}, boxPixel(canvas, inside + QPointF(pull, 0)));
+    const QList<QByteArray> saved = readFile(ws + "/settings.dat").split('\n');
+    QCOMPARE(saved.value(0), saved.value(2));
+    QCOMPARE(saved.value(0), leftField->text().toUtf8());
+    QCOMPARE(saved.value(1), QByteArray("30.0"));
+    delegate->onCancel();
+}
+
+// The canvas shows what the image choice shows: a file chosen now, the same file when the window
+// opens again, and a link's host once the link is chosen.
+void TestPluginSettingsDelegate::chosenImageShowsOnTheCanvas()
+{
+    const QString ws = m_tmp.filePath("picture");
+    QDir().mkpath(ws);
+    const QString chosen = writePicture(m_tmp.filePath("photo.png"), QSize(64, 48));
+    QVERIFY(!chosen.isEmpty());
+    {
+        auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+        QVERIFY(delegate);
+        delegate->setWorkSpace(ws);
+        QVERIFY(delegate->window());
+        PositionView *canvas = delegate->positionView();
+        QVERIFY(canvas->imageSize().isEmpty());
+        delegate->privateView()->refreshLocateFile(chosen);
+        QCOMPARE(canvas->imageSize(), QSize(64, 48));
+        QCOMPARE(canvas->editView()->picture().size(), QSize(64, 48));
+        QVERIFY(delegate->privateView()->onSave());
+        delegate->onOK();
+    }
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    PositionView *canvas = delegate->positionView();
+    QCOMPARE(canvas->imageSize(), QSize(64, 48));
+    QCOMPARE(canvas->pageProportions(), QSizeF(3, 4));
+
+    PrivateView *choice = delegate->privateView();
+    choice->mxtChoose()->button(PrivateView::LinkTag)->click();
+    QVERIFY(canvas->imageSize().isEmpty());
+    choice->txtLink()->setFocus();
+    QTest::keyClicks(choice->txtLink(), "https://images.example.org/a.png");
+    QCOMPARE(canvas->linkHost(), QStringLiteral("images.example.org"));
+    QVERIFY(canvas->editView()->picture().isNull());
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::fitToImageIsSavedLikeAnyEdit()
+{
+    const QString ws = m_tmp.filePath("fit");
+    writeFile(ws + "/settings.dat", "10.0\n10.0\n10.0\n10.0\n0.0\n1");
+    const QString chosen = writePicture(m_tmp.filePath("wide.png"), QSize(80, 60));
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    delegate->privateView()->refreshLocateFile(chosen);
+    delegate->positionView()->fitToImage();
+    // 80 % of the 3:4 page's width is 45 % of its height for a 4:3 image.
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("10.0\n10.0\n10.0\n45.0\n0.0\n1"));
+    QCOMPARE(delegate->window()->findChild<QLineEdit *>("txtBottom")->text(),
+             QStringLiteral("45.0"));
+    delegate->onCancel();
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("10.0\n10.0\n10.0\n10.0\n0.0\n1"));
 }
 
 int main(int argc, char *argv[])

@@ -4,9 +4,11 @@
 #include "veleditview.h"
 
 #include <QAccessible>
+#include <QMenu>
 #include <QtTest>
 
 #include <cmath>
+#include <memory>
 
 using namespace EditGeometry;
 
@@ -23,6 +25,14 @@ struct Owner : PostionViewDelete
     void onChangePositionView() override { steps << *view->positionRect(); }
     void didChangedPositionView() override { ++ends; }
 };
+
+// A move with the left button down and the given keys held, sent as the window would.
+void sendMove(QWidget *widget, QPoint pos, Qt::KeyboardModifiers modifiers)
+{
+    QMouseEvent move(QEvent::MouseMove, pos, widget->mapToGlobal(pos), Qt::NoButton, Qt::LeftButton,
+                     modifiers);
+    QApplication::sendEvent(widget, &move);
+}
 
 // A 500 x 400 window with the canvas at (50, 50), shown under the offscreen platform.
 struct Scene
@@ -57,6 +67,11 @@ struct Scene
         QTest::mousePress(box(), Qt::LeftButton, {}, boxPixel(canvasPoint));
     }
     void drag(QPointF canvasPoint) { QTest::mouseMove(box(), boxPixel(canvasPoint)); }
+    // A drag step with keys held (the test library's moves carry none).
+    void dragWith(QPointF canvasPoint, Qt::KeyboardModifiers modifiers)
+    {
+        sendMove(box(), boxPixel(canvasPoint), modifiers);
+    }
     void release(QPointF canvasPoint)
     {
         QTest::mouseRelease(box(), Qt::LeftButton, {}, boxPixel(canvasPoint));
@@ -164,6 +179,19 @@ private slots:
     void otherKeysPassToTheWindow();
     void keyboardFocusShowsAFrame();
     void canvasAnnouncesItsMargins();
+
+    void dragSnapsToTheCentreWithEqualMargins();
+    void guideIsDrawnDuringTheGestureOnly();
+    void snappedBoxComesOffTheLineWithThePointer();
+    void altTurnsSnappingOff();
+    void shiftCornerKeepsTheImagesShape();
+    void shiftWithoutAnImageSnapsAsUsual();
+    void fitToImageSetsTheHeightAndTellsTheOwner_data();
+    void fitToImageSetsTheHeightAndTellsTheOwner();
+    void fitToImageNeedsAnImage();
+    void imageShowsAtTheTransparency_data();
+    void imageShowsAtTheTransparency();
+    void linkShowsASymbolAndItsHost();
 };
 
 void TestPositionView::initTestCase()
@@ -517,8 +545,8 @@ void TestPositionView::otherBoxesAreIgnored()
     connect(&other, &VelEditView::EditViewDidChangedNotification, scene.canvas,
             &PositionView::onDidChangedEditView, Qt::DirectConnection);
     QTest::mousePress(&other, Qt::LeftButton, {}, QPoint(25, 25));
-    QTest::mouseMove(&other, QPoint(35, 30));
-    QCOMPARE(other.frame(), QRectF(20, 5, 50, 50)); // the other box did move
+    sendMove(&other, QPoint(35, 30), Qt::AltModifier); // Alt: the bottom edge is not pulled to 0
+    QCOMPARE(other.frame(), QRectF(20, 5, 50, 50));    // the other box did move
     QTest::mouseRelease(&other, Qt::LeftButton, {}, QPoint(35, 30));
 
     QCOMPARE(*scene.canvas->positionRect(), margins(10, 10, 10, 10));
@@ -533,7 +561,7 @@ void TestPositionView::withoutOwerDraggingStillUpdatesTheRecord()
     scene.canvas->setPositionRect(margins(10, 10, 10, 10, 5, 1));
     QVERIFY(scene.showAndPaint());
     scene.press({100.5, 50.5});
-    scene.drag({90.5, 55.5});
+    scene.dragWith({90.5, 55.5}, Qt::AltModifier); // Alt: not pulled to the centre line
     scene.release({90.5, 55.5});
     QCOMPARE(*scene.canvas->positionRect(), margins(5, 5, 15, 15, 5, 1));
 }
@@ -663,6 +691,290 @@ void TestPositionView::canvasAnnouncesItsMargins()
     QCOMPARE(values, QList<QString>({"Left 10 %, top 26 %, right 60 %, bottom 26 %",
                                      "Left 11 %, top 26 %, right 59 %, bottom 26 %",
                                      "Left 10.3 %, top 0 %, right 12.5 %, bottom -3 %"}));
+}
+
+namespace {
+
+// A 252 x 336 page (3:4) whose box, 56.7 wide, converts to margins that print differently
+// (38.8 and 38.7) when it is centred by hand.
+PositionRect offCentre()
+{
+    return margins(30, 10, 47.5, 60);
+}
+
+bool isGuide(QRgb pixel)
+{
+    return near(pixel, QColor(230, 0, 140), 0);
+}
+
+} // namespace
+
+void TestPositionView::dragSnapsToTheCentreWithEqualMargins()
+{
+    Scene scene({252, 336});
+    Owner owner;
+    owner.view = scene.canvas;
+    scene.canvas->setOwer(&owner);
+    scene.canvas->setPositionRect(offCentre());
+    QVERIFY(scene.showAndPaint());
+    QCOMPARE(scene.box()->frame().x(), 75.6f);
+    scene.press({100.5, 250.5});
+    scene.drag({123.5, 250.5}); // the centre 126.95, 0.95 from the page's
+    QCOMPARE(scene.box()->frame().center().x(), 126.0);
+    QCOMPARE(owner.steps.size(), 1);
+    QVERIFY(owner.steps.at(0).left() == owner.steps.at(0).right());
+    scene.release({123.5, 250.5});
+    QCOMPARE(owner.ends, 1);
+    // What the owner saves: equal to the tenth, and to the last bit.
+    const QList<QByteArray> lines = scene.canvas->positionRect()->toText().split('\n');
+    QCOMPARE(lines.at(0), QByteArray("38.8"));
+    QCOMPARE(lines.at(2), lines.at(0));
+    QVERIFY(scene.canvas->positionRect()->left() == scene.canvas->positionRect()->right());
+}
+
+void TestPositionView::guideIsDrawnDuringTheGestureOnly()
+{
+    Scene scene({252, 336});
+    scene.canvas->setFillColor(Qt::white);
+    scene.canvas->setPositionRect(offCentre());
+    QVERIFY(scene.showAndPaint());
+    QVERIFY(!isGuide(renderCanvas(scene.canvas).pixel(126, 10)));
+    scene.press({100.5, 250.5});
+    scene.drag({123.5, 250.5});
+    QCOMPARE(scene.canvas->snapResult().guides, QList<Snapping::Guide>({{Qt::Vertical, 126.0}}));
+    QVERIFY(scene.canvas->snapResult().equalHorizontal());
+    const QImage during = renderCanvas(scene.canvas);
+    // The centre line runs over the page above and below the box; the margins are marked equal.
+    QVERIFY2(isGuide(during.pixel(126, 10)), qPrintable(describe(during.pixel(126, 10))));
+    QVERIFY(isGuide(during.pixel(126, 300)));
+    QVERIFY(!isGuide(during.pixel(125, 10)));
+    QVERIFY(!isGuide(during.pixel(127, 10)));
+    // The bar's first dash starts at the page's edge, on the row of the box's middle.
+    const int markRow = 335 - int(std::floor(scene.box()->frame().center().y()));
+    QVERIFY2(isGuide(during.pixel(2, markRow)), qPrintable(describe(during.pixel(2, markRow))));
+    scene.release({123.5, 250.5});
+    QVERIFY(scene.canvas->snapResult().guides.isEmpty());
+    const QImage after = renderCanvas(scene.canvas);
+    QVERIFY(!isGuide(after.pixel(126, 10)));
+    QVERIFY(!isGuide(after.pixel(2, markRow)));
+}
+
+// The box does not stick: the drag follows the pointer, and snapping only adjusts what is shown.
+void TestPositionView::snappedBoxComesOffTheLineWithThePointer()
+{
+    Scene scene({252, 336});
+    scene.canvas->setPositionRect(offCentre());
+    QVERIFY(scene.showAndPaint());
+    scene.press({100.5, 250.5});
+    scene.drag({123.5, 250.5});
+    QCOMPARE(scene.box()->frame().center().x(), 126.0);
+    scene.drag({124.5, 250.5}); // still in reach
+    QCOMPARE(scene.box()->frame().center().x(), 126.0);
+    scene.drag({133.5, 250.5}); // the pointer has moved 33 since the press
+    QCOMPARE(scene.box()->frame().x(), 75.6f + 33.0);
+    QVERIFY(scene.canvas->snapResult().guides.isEmpty());
+    scene.release({133.5, 250.5});
+}
+
+void TestPositionView::altTurnsSnappingOff()
+{
+    Scene scene({252, 336});
+    Owner owner;
+    owner.view = scene.canvas;
+    scene.canvas->setOwer(&owner);
+    scene.canvas->setPositionRect(offCentre());
+    QVERIFY(scene.showAndPaint());
+    scene.press({100.5, 250.5});
+    scene.dragWith({123.5, 250.5}, Qt::AltModifier);
+    QCOMPARE(scene.box()->frame().x(), 75.6f + 23.0);
+    QVERIFY(scene.canvas->snapResult().guides.isEmpty());
+    scene.release({123.5, 250.5});
+    const PositionRect *saved = scene.canvas->positionRect();
+    QVERIFY(saved->left() != saved->right());
+    QCOMPARE(QString::asprintf("%.1f", double(saved->left())), QStringLiteral("39.1"));
+    QCOMPARE(owner.steps.size(), 1);
+    QCOMPARE(owner.ends, 1);
+}
+
+void TestPositionView::shiftCornerKeepsTheImagesShape()
+{
+    Scene scene({240, 320});
+    scene.canvas->setPageProportions(QSizeF(3, 4));
+    QImage image(200, 100, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    scene.canvas->setImage(image);
+    QCOMPARE(scene.box()->keptAspect(), 2.0);
+    scene.canvas->setPositionRect(margins(10, 45, 60, 40));
+    QVERIFY(scene.showAndPaint());
+    QCOMPARE(scene.box()->frame(), QRectF(24, 128, 72, 48));
+    scene.press({92.5, 131.5});
+    QCOMPARE(scene.box()->mouseType(), int(MouseTypeBottomRight));
+    scene.dragWith({122.5, 111.5}, Qt::ShiftModifier); // the plain drag: 102 x 68
+    QCOMPARE(scene.box()->frame(), QRectF(24, 108, 136, 68));
+    scene.release({122.5, 111.5});
+    // On the 3:4 page the box is twice as wide as it is high, like the image.
+    const PositionRect *m = scene.canvas->positionRect();
+    const double pageWidth = (100.0 - m->left() - m->right()) * 3;
+    const double pageHeight = (100.0 - m->top() - m->bottom()) * 4;
+    QVERIFY2(qAbs(pageWidth / pageHeight - 2.0) < 1e-5,
+             qPrintable(QString::number(pageWidth / pageHeight)));
+    QCOMPARE(m->top(), 45.0f); // the opposite corner stayed
+    QCOMPARE(m->left(), 10.0f);
+}
+
+void TestPositionView::shiftWithoutAnImageSnapsAsUsual()
+{
+    Scene scene({240, 320});
+    scene.canvas->setPositionRect(margins(10, 45, 60, 40));
+    QVERIFY(scene.showAndPaint());
+    QCOMPARE(scene.box()->keptAspect(), 0.0);
+    scene.press({92.5, 131.5});
+    scene.dragWith({122.5, 111.5}, Qt::ShiftModifier);
+    // The right side at 126 is 6 from the centre line: out of reach, the plain drag.
+    QCOMPARE(scene.box()->frame(), QRectF(24, 108, 102, 68));
+    scene.dragWith({117.5, 111.5}, Qt::ShiftModifier); // 1 past the centre line: pulled onto it
+    QCOMPARE(scene.box()->frame(), QRectF(24, 108, 96, 68));
+    scene.release({117.5, 111.5});
+}
+
+void TestPositionView::fitToImageSetsTheHeightAndTellsTheOwner_data()
+{
+    QTest::addColumn<QSize>("image");
+    QTest::addColumn<PositionRect>("before");
+    QTest::addColumn<PositionRect>("after");
+    QTest::newRow("4:3 image, 80 % wide: 45 % high on the 3:4 page")
+        << QSize(400, 300) << margins(10, 10, 10, 10, 20, 2) << margins(10, 10, 10, 45, 20, 2);
+    QTest::newRow("square image past the bottom: the box moves up")
+        << QSize(300, 300) << margins(10, 50, 10, 10) << margins(10, 40, 10, 0);
+}
+
+void TestPositionView::fitToImageSetsTheHeightAndTellsTheOwner()
+{
+    QFETCH(QSize, image);
+    QFETCH(PositionRect, before);
+    QFETCH(PositionRect, after);
+    Scene scene({240, 320});
+    Owner owner;
+    owner.view = scene.canvas;
+    scene.canvas->setOwer(&owner);
+    scene.canvas->setPageProportions(QSizeF(3, 4));
+    QImage picture(image, QImage::Format_RGB32);
+    picture.fill(Qt::darkGreen);
+    scene.canvas->setImage(picture);
+    scene.canvas->setPositionRect(before);
+    QVERIFY(scene.showAndPaint());
+
+    std::unique_ptr<QMenu> menu(scene.canvas->createContextMenu(nullptr));
+    QAction *fit = menu->findChild<QAction *>(QStringLiteral("actionFitToImage"));
+    QVERIFY(fit);
+    QCOMPARE(fit->text(), QStringLiteral("Fit to image"));
+    QVERIFY(fit->isEnabled());
+    fit->trigger();
+    QCOMPARE(*scene.canvas->positionRect(), after);
+    // Saved like a drag: one step with the new margins, then the end.
+    QCOMPARE(owner.steps, QList<PositionRect>({after}));
+    QCOMPARE(owner.ends, 1);
+    QVERIFY(scene.showAndPaint());
+    const QRectF box = scene.box()->frame();
+    QVERIFY(qAbs(box.width() / box.height() - qreal(image.width()) / image.height()) < 0.01);
+}
+
+void TestPositionView::fitToImageNeedsAnImage()
+{
+    Scene scene({240, 320});
+    Owner owner;
+    owner.view = scene.canvas;
+    scene.canvas->setOwer(&owner);
+    scene.canvas->setPositionRect(margins(10, 10, 10, 10));
+    std::unique_ptr<QMenu> menu(scene.canvas->createContextMenu(nullptr));
+    QAction *fit = menu->findChild<QAction *>(QStringLiteral("actionFitToImage"));
+    QVERIFY(fit);
+    QVERIFY(!fit->isEnabled());
+    scene.canvas->fitToImage();
+    QCOMPARE(*scene.canvas->positionRect(), margins(10, 10, 10, 10));
+    QCOMPARE(owner.steps.size(), 0);
+    QCOMPARE(owner.ends, 0);
+    // A link gives no image to fit to.
+    scene.canvas->setLinkHost(QStringLiteral("example.org"));
+    menu.reset(scene.canvas->createContextMenu(nullptr));
+    QVERIFY(!menu->findChild<QAction *>(QStringLiteral("actionFitToImage"))->isEnabled());
+}
+
+void TestPositionView::imageShowsAtTheTransparency_data()
+{
+    QTest::addColumn<float>("transparency");
+    QTest::addColumn<QColor>("left");
+    QTest::addColumn<QColor>("right");
+    // The body's own fill over the white page is (217, 217, 224); the image goes over it.
+    QTest::newRow("0 %: the image as it is") << 0.0f << QColor(0, 0, 255) << QColor(0, 255, 0);
+    QTest::newRow("50 %: half the image, half the box")
+        << 50.0f << QColor(108, 108, 240) << QColor(108, 236, 112);
+    QTest::newRow("100 %: the empty box")
+        << 100.0f << QColor(217, 217, 224) << QColor(217, 217, 224);
+}
+
+void TestPositionView::imageShowsAtTheTransparency()
+{
+    QFETCH(float, transparency);
+    QFETCH(QColor, left);
+    QFETCH(QColor, right);
+    Scene scene({200, 100});
+    scene.canvas->setFillColor(Qt::white);
+    // A 40 x 20 image, blue on its left half and green on its right, on a 160 x 80 box.
+    QImage image(40, 20, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    for (int y = 0; y < 20; ++y)
+        for (int x = 20; x < 40; ++x)
+            image.setPixel(x, y, qRgb(0, 255, 0));
+    scene.canvas->setImage(image);
+    scene.canvas->setPositionRectWithLeft(10, 10, 10, 10, transparency, 0);
+    QVERIFY(scene.showAndPaint());
+    const QImage shown = renderCanvas(scene.canvas);
+    // Scaled to the body: the halves meet at the box's middle, x 100.
+    QVERIFY2(near(shown.pixel(60, 50), left, 3), qPrintable(describe(shown.pixel(60, 50))));
+    QVERIFY2(near(shown.pixel(96, 30), left, 3), qPrintable(describe(shown.pixel(96, 30))));
+    QVERIFY2(near(shown.pixel(104, 30), right, 3), qPrintable(describe(shown.pixel(104, 30))));
+    QVERIFY2(near(shown.pixel(140, 70), right, 3), qPrintable(describe(shown.pixel(140, 70))));
+    // Handles and outline on top, whatever the transparency.
+    QVERIFY(near(shown.pixel(60, 13), Qt::red, 0));
+    const QRectF frame = scene.box()->frame();
+    const HitAreas areas = scene.box()->trackingAreas();
+    for (int i = 1; i < 9; ++i)
+        QVERIFY2(isWhite(shown.pixel(handleCentrePixel(frame, areas[i], 100))),
+                 qPrintable(QString::number(i)));
+    // Outside the box, the page.
+    QVERIFY(isWhite(shown.pixel(10, 50)));
+}
+
+void TestPositionView::linkShowsASymbolAndItsHost()
+{
+    Scene scene({200, 100});
+    scene.canvas->setFillColor(Qt::white);
+    scene.canvas->setPositionRectWithLeft(10, 10, 10, 10, 0, 0);
+    QVERIFY(scene.showAndPaint());
+    const QImage empty = renderCanvas(scene.canvas);
+    scene.canvas->setLinkHost(QStringLiteral("images.example.org"));
+    QCOMPARE(scene.box()->linkHost(), QStringLiteral("images.example.org"));
+    const QImage linked = renderCanvas(scene.canvas);
+    // Dark ink in the body: the symbol in the upper middle, the host name under it.
+    const auto inkIn = [](const QImage &image, const QRect &area) {
+        int ink = 0;
+        for (int y = area.top(); y <= area.bottom(); ++y)
+            for (int x = area.left(); x <= area.right(); ++x)
+                ink += qGray(image.pixel(x, y)) < 120;
+        return ink;
+    };
+    const QRect symbol(90, 25, 20, 22);
+    const QRect name(30, 50, 140, 25);
+    QCOMPARE(inkIn(empty, symbol), 0);
+    QCOMPARE(inkIn(empty, name), 0);
+    QVERIFY(inkIn(linked, symbol) > 10);
+    QVERIFY(inkIn(linked, name) > 20);
+    // An image takes the link's place.
+    QImage image(10, 10, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    scene.canvas->setImage(image);
+    QCOMPARE(inkIn(renderCanvas(scene.canvas), name), 0);
 }
 
 QTEST_MAIN(TestPositionView)
