@@ -1,6 +1,7 @@
 // The book output commands end to end on the bundle's own resources: a workspace made by
 // "workspace", its scripts written by "config" and "publish", restored by "unscramble".
 #include "testenv.h"
+#include "toolrun.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,31 +12,13 @@
 
 namespace {
 
-struct Result
-{
-    int exitCode = -1;
-    bool crashed = true;
-    QByteArray out;
-    QByteArray err;
-};
+using ToolRun::Result;
 
 Result runTool(const QStringList &args, const QByteArray &input = QByteArray())
 {
-    QProcess process;
-    process.start(QStringLiteral(IMG_TOOL_PATH), args);
-    process.write(input);
-    process.closeWriteChannel();
-    Result result;
-    if (!process.waitForFinished(60000)) {
-        process.kill();
-        process.waitForFinished();
-        return result;
-    }
-    result.crashed = process.exitStatus() != QProcess::NormalExit;
-    result.exitCode = process.exitCode();
-    result.out = process.readAllStandardOutput();
-    result.err = process.readAllStandardError();
-    return result;
+    ToolRun::Setup setup;
+    setup.input = input;
+    return ToolRun::run(args, setup);
 }
 
 QByteArray readBytes(const QString &path)

@@ -1,6 +1,7 @@
 #include "bundlepaths.h"
 #include "specialentries.h"
 #include "testenv.h"
+#include "toolrun.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,29 +12,11 @@
 
 namespace {
 
-struct Result
-{
-    int exitCode = -1;
-    bool crashed = true;
-    QByteArray out;
-    QByteArray err;
-};
+using ToolRun::Result;
 
 Result runTool(const QStringList &args)
 {
-    QProcess process;
-    process.start(QStringLiteral(IMG_TOOL_PATH), args);
-    Result result;
-    if (!process.waitForFinished(60000)) {
-        process.kill();
-        process.waitForFinished();
-        return result;
-    }
-    result.crashed = process.exitStatus() != QProcess::NormalExit;
-    result.exitCode = process.exitCode();
-    result.out = process.readAllStandardOutput();
-    result.err = process.readAllStandardError();
-    return result;
+    return ToolRun::run(args);
 }
 
 bool writeBytes(const QString &path, const QByteArray &bytes)
