@@ -1017,7 +1017,8 @@ bool PluginSettingsDelegate::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusOut && m_history) {
         m_history->endBurst();
-    } else if (event->type() == QEvent::ShortcutOverride && qobject_cast<QLineEdit *>(watched)) {
+    } else if (event->type() == QEvent::ShortcutOverride && qobject_cast<QLineEdit *>(watched) &&
+               m_undoAction && m_redoAction) {
         // Every keystroke in a position field is already a saved step of the window's history,
         // so the field's own undo would only repeat it out of step with the file. Refusing the
         // override lets the window's shortcut have the key.
