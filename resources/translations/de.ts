@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>An Bild anpassen</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

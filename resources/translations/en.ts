@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>Fit to image</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Redo</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>Ajuster à l’image</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>Annuler la modification</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Rétablir la modification</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>画像に合わせる</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>元に戻す</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>やり直し</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>适合图像</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -22,11 +22,13 @@
 #include "utilityfunction.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QButtonGroup>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
 #include <QLoggingCategory>
@@ -283,6 +285,7 @@ bool PluginSettingsDelegate::awakeFromNib()
     }
 
     arrangeKeyboardOrder();
+    wireHistory();
     fitSettingsColumn();
     fitWindowToScreen();
 
@@ -296,6 +299,8 @@ bool PluginSettingsDelegate::awakeFromNib()
         QFileInfo::exists(QDir(_workSpace).filePath(QStringLiteral("settings.dat"))) &&
         m_privateView)
         m_privateView->onSave(nullptr);
+    // Undo stops at the position the window opened with.
+    m_history->reset(currentPosition());
     return true;
 }
 
@@ -527,8 +532,7 @@ void PluginSettingsDelegate::saveGlobalSettings()
 {
     if (!_workSpace.isEmpty() && QFileInfo(_workSpace).isDir()) {
         // The layer choice is read only here: choosing a layer alone is saved with the next save.
-        const int layer = matLayer ? matLayer->checkedId() : -1;
-        ptRect->setLayer(layer < 0 ? 0 : layer);
+        ptRect->setLayer(chosenLayer());
         ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
         previewFiles().refreshPage();
         previewFiles().writeScript();
@@ -776,6 +780,7 @@ void PluginSettingsDelegate::onDefaultSetting()
     loadSettingFromFile(path);
     saveGlobalSettings();
     isChange = true;
+    recordEdit(PositionHistory::Edit::Default);
 }
 
 void PluginSettingsDelegate::closeWindow()
@@ -813,6 +818,20 @@ void PluginSettingsDelegate::windowWillClose()
 }
 
 // ---- fields, slider, canvas
+
+// The history's kind of a keystroke in field.
+PositionHistory::Edit PluginSettingsDelegate::fieldEdit(const QLineEdit *field) const
+{
+    if (field == txtLeft)
+        return PositionHistory::Edit::TypeLeft;
+    if (field == txtTop)
+        return PositionHistory::Edit::TypeTop;
+    if (field == txtRight)
+        return PositionHistory::Edit::TypeRight;
+    if (field == txtBottom)
+        return PositionHistory::Edit::TypeBottom;
+    return PositionHistory::Edit::TypeTransparency;
+}
 
 QString PluginSettingsDelegate::checkStringFrom(const QString &text)
 {
@@ -853,6 +872,7 @@ void PluginSettingsDelegate::controlTextDidChange(QLineEdit *field)
         _positionView->update();
     }
     saveGlobalSettings();
+    recordEdit(fieldEdit(field));
 }
 
 void PluginSettingsDelegate::onTransparency()
@@ -866,6 +886,7 @@ void PluginSettingsDelegate::onTransparency()
     if (_positionView)
         _positionView->setPositionRect(*ptRect);
     saveGlobalSettings();
+    recordEdit(PositionHistory::Edit::Slider);
 }
 
 void PluginSettingsDelegate::onChangePositionView()
@@ -883,6 +904,8 @@ void PluginSettingsDelegate::onChangePositionView()
 void PluginSettingsDelegate::didChangedPositionView()
 {
     saveGlobalSettings();
+    const bool keys = _positionView && _positionView->lastEdit() == PositionView::Edit::Keys;
+    recordEdit(keys ? PositionHistory::Edit::Keys : PositionHistory::Edit::Gesture);
 }
 
 void PluginSettingsDelegate::showTransparency(float value)
@@ -900,8 +923,113 @@ void PluginSettingsDelegate::selectLayer(int layer)
     if (!matLayer)
         return;
     // A layer that no button carries leaves the choice as it was.
+    m_selectingLayer = true;
     if (QAbstractButton *button = matLayer->button(layer))
         button->setChecked(true);
+    m_selectingLayer = false;
+}
+
+int PluginSettingsDelegate::chosenLayer() const
+{
+    const int layer = matLayer ? matLayer->checkedId() : -1;
+    return layer < 0 ? 0 : layer;
+}
+
+PositionRect PluginSettingsDelegate::currentPosition() const
+{
+    PositionRect position = *ptRect;
+    position.setLayer(chosenLayer());
+    return position;
+}
+
+// ---- undo and redo
+
+void PluginSettingsDelegate::wireHistory()
+{
+    m_history = new PositionHistory([this](const PositionRect &p) { applyPosition(p); }, this);
+    addHistoryActions();
+    // Choosing a layer is a step of its own, though it is saved only with the next save.
+    if (matLayer)
+        connect(matLayer, &QButtonGroup::idToggled, this, [this](int, bool checked) {
+            if (checked && !m_selectingLayer)
+                recordEdit(PositionHistory::Edit::Layer);
+        });
+    // A slider drag is one transparency change, however many values it passes.
+    if (sldTrans) {
+        connect(sldTrans, &QSlider::sliderPressed, m_history, &PositionHistory::endBurst);
+        connect(sldTrans, &QSlider::sliderReleased, m_history, &PositionHistory::endBurst);
+    }
+    const QList<QWidget *> watched = {txtLeft,         txtTop,   txtRight,     txtBottom,
+                                      txtTransparency, sldTrans, _positionView};
+    for (QWidget *widget : watched) {
+        if (widget)
+            widget->installEventFilter(this);
+    }
+}
+
+void PluginSettingsDelegate::addHistoryActions()
+{
+    const QString undo = QStringLiteral("Undo");
+    const QString redo = QStringLiteral("Redo");
+    m_undoAction = new QAction(loadAppString(undo, undo), m_window.get());
+    m_undoAction->setObjectName(QStringLiteral("actionUndo"));
+    m_undoAction->setShortcuts(QKeySequence::Undo);
+    m_redoAction = new QAction(loadAppString(redo, redo), m_window.get());
+    m_redoAction->setObjectName(QStringLiteral("actionRedo"));
+    // Ctrl+Shift+Z redoes on every platform, also where the platform's own key is Ctrl+Y.
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    const QKeySequence shiftZ(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+    if (!redoKeys.contains(shiftZ))
+        redoKeys.append(shiftZ);
+    m_redoAction->setShortcuts(redoKeys);
+    for (QAction *action : {m_undoAction, m_redoAction}) {
+        action->setShortcutContext(Qt::WindowShortcut);
+        action->setEnabled(false);
+        m_window->addAction(action);
+    }
+    connect(m_undoAction, &QAction::triggered, m_history, &PositionHistory::undo);
+    connect(m_redoAction, &QAction::triggered, m_history, &PositionHistory::redo);
+    connect(m_history, &PositionHistory::canUndoChanged, m_undoAction, &QAction::setEnabled);
+    connect(m_history, &PositionHistory::canRedoChanged, m_redoAction, &QAction::setEnabled);
+    if (_positionView)
+        _positionView->setHistoryActions(m_undoAction, m_redoAction);
+}
+
+void PluginSettingsDelegate::recordEdit(PositionHistory::Edit edit)
+{
+    if (m_history)
+        m_history->record(edit, currentPosition());
+}
+
+void PluginSettingsDelegate::applyPosition(const PositionRect &position)
+{
+    *ptRect = position;
+    if (_positionView)
+        _positionView->setPositionRect(position);
+    onChangePositionView();
+    showTransparency(position.transparency());
+    // The position file takes its layer from the chosen button: it is chosen before the save.
+    selectLayer(position.layer());
+    saveGlobalSettings();
+}
+
+bool PluginSettingsDelegate::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusOut && m_history) {
+        m_history->endBurst();
+    } else if (event->type() == QEvent::ShortcutOverride && qobject_cast<QLineEdit *>(watched) &&
+               m_undoAction && m_redoAction) {
+        // Every keystroke in a position field is already a saved step of the window's history,
+        // so the field's own undo would only repeat it out of step with the file. Refusing the
+        // override lets the window's shortcut have the key.
+        const auto *key = static_cast<QKeyEvent *>(event);
+        const QKeySequence pressed(
+            QKeyCombination(key->modifiers() & ~Qt::KeypadModifier, Qt::Key(key->key())));
+        if (m_undoAction->shortcuts().contains(pressed) ||
+            m_redoAction->shortcuts().contains(pressed))
+            return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 // ---- preview

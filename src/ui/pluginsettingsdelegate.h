@@ -1,5 +1,6 @@
 #pragma once
 
+#include "positionhistory.h"
 #include "positionrect.h"
 #include "postionviewdelete.h"
 #include "privateviewdelete.h"
@@ -18,6 +19,7 @@ class ModeTimer;
 class PositionView;
 class PreviewController;
 class PrivateView;
+class QAction;
 class QButtonGroup;
 class QDialog;
 class QLineEdit;
@@ -97,6 +99,14 @@ public:
     // The position shown in the fields and on the canvas: the canvas's own record once the
     // settings have been loaded.
     const PositionRect &position() const { return *ptRect; }
+    // The position as the window shows it: the record, with the layer that is chosen.
+    PositionRect currentPosition() const;
+    // Undo and redo of this window's position edits, back to the opening position at most; null
+    // before the window has loaded. The actions carry the window-wide shortcuts.
+    PositionHistory *history() const { return m_history; }
+    QAction *undoAction() const { return m_undoAction; }
+    QAction *redoAction() const { return m_redoAction; }
+
     // The preview must be rebuilt on the next timer tick.
     bool isChanged() const { return isChange; }
     void setChanged(bool changed) { isChange = changed; }
@@ -135,6 +145,11 @@ public slots:
     // the workspace and ends the window with closeMode().
     void windowWillClose();
 
+protected:
+    // Ctrl+Z in a position field undoes the window's step, not the field's text; the focus
+    // leaving a field, the canvas or the slider ends a burst of edits.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 signals:
     // The window has closed with this stop code (1 apply, 0 discard).
     void windowClosed(int closeMode);
@@ -161,6 +176,15 @@ private:
     void fitWindowToScreen();
     void showTransparency(float value);
     void selectLayer(int layer);
+    // The layer of the chosen button, as the position file takes it: 0 when none is chosen.
+    int chosenLayer() const;
+    void wireHistory();
+    void addHistoryActions();
+    // A settled edit becomes a step of the history.
+    void recordEdit(PositionHistory::Edit edit);
+    PositionHistory::Edit fieldEdit(const QLineEdit *field) const;
+    // Shows a position of the history everywhere and saves it as an edit does.
+    void applyPosition(const PositionRect &position);
     void refreshPreview();
     void closeWindow();
     void recoverWorkspace();
@@ -208,6 +232,10 @@ private:
     PositionRect *ptRect = &m_initialRect;
     QString _backupSettingPath;
     bool isOKCancelButton = false;
+    PositionHistory *m_history = nullptr; // a child of this controller
+    QAction *m_undoAction = nullptr;      // children of the window
+    QAction *m_redoAction = nullptr;
+    bool m_selectingLayer = false; // the layer is set from code, not chosen
     // The preview on iWebView: its page, navigation policy and the pending forced reload.
     PreviewController *m_preview = nullptr; // a child of this controller
 

@@ -142,6 +142,7 @@ void PositionView::onChangeEditView(VelEditView *box)
 {
     if (box != m_objectView)
         return;
+    m_lastEdit = Edit::Gesture;
     const QSizeF bounds(size());
     const PositionRect margins = Snapping::exactMargins(
         PositionRect::convertObjectFrame(clampFrameForMargins(box->frame(), bounds), bounds),
@@ -165,6 +166,7 @@ void PositionView::onDidChangedEditView(VelEditView *box)
 {
     if (box != m_objectView)
         return;
+    m_lastEdit = Edit::Gesture;
     if (!m_snap.guides.isEmpty()) {
         m_snap = {};
         update();
@@ -205,6 +207,7 @@ void PositionView::fitToImage()
 {
     if (m_imageSize.isEmpty())
         return;
+    m_lastEdit = Edit::Gesture;
     applyEdit(Proportions::fittedToImage(m_positionRect, m_imageSize, size(), m_pageProportions));
 }
 
@@ -215,7 +218,18 @@ QMenu *PositionView::createContextMenu(QWidget *parent)
     QAction *action = menu->addAction(loadAppString(fit, fit), this, &PositionView::fitToImage);
     action->setObjectName(QStringLiteral("actionFitToImage"));
     action->setEnabled(!m_imageSize.isEmpty());
+    if (m_undoAction && m_redoAction) {
+        menu->addSeparator();
+        menu->addAction(m_undoAction);
+        menu->addAction(m_redoAction);
+    }
     return menu;
+}
+
+void PositionView::setHistoryActions(QAction *undo, QAction *redo)
+{
+    m_undoAction = undo;
+    m_redoAction = redo;
 }
 
 void PositionView::contextMenuEvent(QContextMenuEvent *event)
@@ -261,6 +275,7 @@ void PositionView::keyPressEvent(QKeyEvent *event)
         m_keyboardFocus = true;
         update();
     }
+    m_lastEdit = Edit::Keys;
     applyEdit(steppedMargins(m_positionRect, *step, size()));
 }
 

@@ -5,9 +5,11 @@
 
 #include <QColor>
 #include <QImage>
+#include <QPointer>
 #include <QWidget>
 
 class PostionViewDelete;
+class QAction;
 class QMenu;
 class VelEditView;
 
@@ -22,6 +24,9 @@ class PositionView : public QWidget
     Q_OBJECT
 
 public:
+    // What moved the box last: the mouse (a drag, a resize, Fit to image) or an arrow key.
+    enum class Edit { Gesture, Keys };
+
     explicit PositionView(QWidget *parent = nullptr);
     ~PositionView() override;
 
@@ -63,8 +68,13 @@ public:
     // What the box snapped to in the gesture under way; empty otherwise.
     const Snapping::Result &snapResult() const { return m_snap; }
 
-    // The canvas's context menu, owned by parent: "Fit to image", enabled with an image.
+    // The canvas's context menu, owned by parent: "Fit to image", enabled with an image, then
+    // the window's undo and redo when it has given them.
     QMenu *createContextMenu(QWidget *parent);
+    // The window's actions for undo and redo, not owned.
+    void setHistoryActions(QAction *undo, QAction *redo);
+    // Read by the owner when a gesture or key step ends, to tell a drag from a run of keys.
+    Edit lastEdit() const { return m_lastEdit; }
 
     // The box's margins as the canvas announces them, in the window's language.
     QString marginsText() const;
@@ -113,4 +123,7 @@ private:
     QSize m_imageSize;
     QString m_linkHost;
     Snapping::Result m_snap;
+    Edit m_lastEdit = Edit::Gesture;
+    QPointer<QAction> m_undoAction;
+    QPointer<QAction> m_redoAction;
 };

@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -342,21 +343,29 @@ void TestPluginSettingsDelegate::canvasSpeaksTheWindowsLanguage_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("fit"); // the canvas's context menu
+    QTest::addColumn<QString>("undo");
+    QTest::addColumn<QString>("redo");
     QTest::newRow("English") << "en"
                              << "Left 10 %, top 26 %, right 60.5 %, bottom 26 %"
-                             << "Fit to image";
+                             << "Fit to image"
+                             << "Undo"
+                             << "Redo";
     QTest::newRow("German, with its decimal comma")
         << "de"
         << "Links 10 %, oben 26 %, rechts 60,5 %, unten 26 %"
-        << "An Bild anpassen";
-    QTest::newRow("French") << "fr"
-                            << "Gauche 10 %, haut 26 %, droite 60,5 %, bas 26 %"
-                            << QString::fromUtf8("Ajuster à l’image");
+        << "An Bild anpassen" << QString::fromUtf8("Rückgängig") << "Wiederholen";
+    // Not a bare "Annuler": that is the Cancel button's text, which closes the window.
+    QTest::newRow("French, undo distinct from the Cancel button")
+        << "fr"
+        << "Gauche 10 %, haut 26 %, droite 60,5 %, bas 26 %"
+        << QString::fromUtf8("Ajuster à l’image") << "Annuler la modification"
+        << QString::fromUtf8("Rétablir la modification");
     QTest::newRow("Japanese") << "ja" << QString::fromUtf8("左 10 %、上 26 %、右 60.5 %、下 26 %")
-                              << QString::fromUtf8("画像に合わせる");
+                              << QString::fromUtf8("画像に合わせる")
+                              << QString::fromUtf8("元に戻す") << QString::fromUtf8("やり直し");
     QTest::newRow("Simplified Chinese")
         << "zh_CN" << QString::fromUtf8("左 10 %，上 26 %，右 60.5 %，下 26 %")
-        << QString::fromUtf8("适合图像");
+        << QString::fromUtf8("适合图像") << QString::fromUtf8("撤销") << QString::fromUtf8("重做");
 }
 
 void TestPluginSettingsDelegate::canvasSpeaksTheWindowsLanguage()
@@ -364,6 +373,8 @@ void TestPluginSettingsDelegate::canvasSpeaksTheWindowsLanguage()
     QFETCH(QString, language);
     QFETCH(QString, value);
     QFETCH(QString, fit);
+    QFETCH(QString, undo);
+    QFETCH(QString, redo);
     const QString ws = m_tmp.filePath("spoken-" + language);
     QDir().mkpath(ws);
     writeFile(ws + "/settings.dat", "10.0\n26.0\n60.5\n26.0\n0.0\n1");
@@ -379,6 +390,13 @@ void TestPluginSettingsDelegate::canvasSpeaksTheWindowsLanguage()
     QCOMPARE(canvas->text(QAccessible::Value), value);
     std::unique_ptr<QMenu> menu(delegate->positionView()->createContextMenu(nullptr));
     QCOMPARE(menu->findChild<QAction *>("actionFitToImage")->text(), fit);
+    const QList<QAction *> entries = menu->actions();
+    QVERIFY(entries.contains(delegate->undoAction()));
+    QVERIFY(entries.contains(delegate->redoAction()));
+    QCOMPARE(delegate->undoAction()->text(), undo);
+    QCOMPARE(delegate->redoAction()->text(), redo);
+    if (language == QLatin1String("fr"))
+        QVERIFY(undo != delegate->window()->findChild<QPushButton *>("btnCancel")->text());
     delegate->onCancel();
     resetAppStringTableForTesting();
 }
