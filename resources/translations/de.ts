@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>An Bild anpassen</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>Der linke und der rechte Rand ergeben zusammen 100 % oder mehr: Dem Bild bleibt auf der Seite keine Breite.</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>Der obere und der untere Rand ergeben zusammen 100 % oder mehr: Dem Bild bleibt auf der Seite keine Höhe.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

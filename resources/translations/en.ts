@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>Fit to image</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>The left and right margins add up to 100 % or more: the image has no width left on the page.</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>Ajuster à l’image</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>Les marges gauche et droite atteignent ensemble 100 % ou plus : l’image n’a plus de largeur sur la page.</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>Les marges haute et basse atteignent ensemble 100 % ou plus : l’image n’a plus de hauteur sur la page.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

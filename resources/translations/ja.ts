@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>画像に合わせる</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>左右の余白の合計が 100 % 以上のため、ページ上に画像の幅が残りません。</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>上下の余白の合計が 100 % 以上のため、ページ上に画像の高さが残りません。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -91,6 +91,14 @@
         <source>Fit to image</source>
         <translation>适合图像</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>左右边距之和达到 100% 或以上：页面上已没有留给图像的宽度。</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>上下边距之和达到 100% 或以上：页面上已没有留给图像的高度。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -159,6 +159,8 @@ private:
     void fitSettingsColumn();
     // Opens at the description's size where the screen has room, smaller where it has not.
     void fitWindowToScreen();
+    // Marks the margin fields of a pair that leaves the image no room; typing goes on as ever.
+    void showMarginRoom();
     void showTransparency(float value);
     void selectLayer(int layer);
     void refreshPreview();

@@ -6,6 +6,7 @@
 #include "pluginsettingsdelegate.h"
 #include "positionview.h"
 #include "privateview.h"
+#include "roommark.h"
 #include "settingsbackup.h"
 #include "testenv.h"
 #include "treesnapshot.h"
@@ -61,6 +62,8 @@ private slots:
     void dragSnappedToTheCentreSavesEqualMargins();
     void chosenImageShowsOnTheCanvas();
     void fitToImageIsSavedLikeAnyEdit();
+    void marginsWithoutRoomAreMarkedAndStillSaved_data();
+    void marginsWithoutRoomAreMarkedAndStillSaved();
 
 private:
     static QString bundle() { return QStringLiteral(IMG_BUNDLE_DIR); }
@@ -641,6 +644,82 @@ void TestPluginSettingsDelegate::fitToImageIsSavedLikeAnyEdit()
              QStringLiteral("45.0"));
     delegate->onCancel();
     QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("10.0\n10.0\n10.0\n10.0\n0.0\n1"));
+}
+
+void TestPluginSettingsDelegate::marginsWithoutRoomAreMarkedAndStillSaved_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QStringList>("marked");
+    QTest::addColumn<QByteArray>("saved");
+    const QStringList across{"txtLeft", "txtRight"};
+    const QStringList down{"txtTop", "txtBottom"};
+    QTest::newRow("left 90 fills the width: left and right marked")
+        << "txtLeft"
+        << "90" << across << QByteArray("90.0\n10.0\n10.0\n10.0\n0.0\n1");
+    QTest::newRow("right 95.5 overfills the width: left and right marked")
+        << "txtRight"
+        << "95.5" << across << QByteArray("10.0\n10.0\n95.5\n10.0\n0.0\n1");
+    QTest::newRow("bottom 90 fills the height: top and bottom marked")
+        << "txtBottom"
+        << "90" << down << QByteArray("10.0\n10.0\n10.0\n90.0\n0.0\n1");
+    QTest::newRow("left 89.9 leaves a tenth: nothing marked")
+        << "txtLeft"
+        << "89.9" << QStringList() << QByteArray("89.9\n10.0\n10.0\n10.0\n0.0\n1");
+}
+
+// Values that leave the image no room are typed and saved as any others; the pair's fields say
+// why, and lose the mark, tooltip and palette included, once room comes back.
+void TestPluginSettingsDelegate::marginsWithoutRoomAreMarkedAndStillSaved()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, typed);
+    QFETCH(QStringList, marked);
+    QFETCH(QByteArray, saved);
+    const QString ws = m_tmp.filePath("room-" + field + typed);
+    writeFile(ws + "/settings.dat", "10.0\n10.0\n10.0\n10.0\n0.0\n1");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    const QStringList fields{"txtLeft", "txtTop", "txtRight", "txtBottom"};
+    QMap<QString, QString> plainTips;
+    for (const QString &name : fields) {
+        auto *edit = window->findChild<QLineEdit *>(name);
+        QVERIFY(!RoomMark::isMarked(edit));
+        plainTips[name] = edit->toolTip();
+    }
+    auto *edit = window->findChild<QLineEdit *>(field);
+    const QString before = edit->text();
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, typed);
+    QCOMPARE(edit->text(), typed); // nothing refused
+    QCOMPARE(readFile(ws + "/settings.dat"), saved);
+
+    const QColor plainBase = window->palette().color(QPalette::Base);
+    for (const QString &name : fields) {
+        auto *other = window->findChild<QLineEdit *>(name);
+        const bool expected = marked.contains(name);
+        QCOMPARE(RoomMark::isMarked(other), expected);
+        QCOMPARE(other->palette().color(QPalette::Base) != plainBase, expected);
+        if (expected)
+            QVERIFY2(other->toolTip().contains("100 %"), qPrintable(other->toolTip()));
+        else
+            QCOMPARE(other->toolTip(), plainTips[name]);
+    }
+
+    edit->selectAll();
+    QTest::keyClicks(edit, before);
+    for (const QString &name : fields) {
+        auto *other = window->findChild<QLineEdit *>(name);
+        QVERIFY(!RoomMark::isMarked(other));
+        QCOMPARE(other->toolTip(), plainTips[name]);
+        QVERIFY(!other->testAttribute(Qt::WA_SetPalette));
+    }
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("10.0\n10.0\n10.0\n10.0\n0.0\n1"));
+    delegate->onCancel();
 }
 
 int main(int argc, char *argv[])
