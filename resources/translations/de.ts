@@ -99,6 +99,18 @@
         <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
         <translation>Der obere und der untere Rand ergeben zusammen 100 % oder mehr: Dem Bild bleibt auf der Seite keine Höhe.</translation>
     </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>Die Bilddatei fehlt.</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>Diese Datei ist kein lesbares Bild.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 Pixel</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +324,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>Die Bildauswahl speichern.</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>Miniatur des gewählten Bildes</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>Eine kleine Ansicht der gewählten Bilddatei.</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>Die Größe des gewählten Bildes in Pixeln oder der Grund, warum es sich nicht anzeigen lässt.</translation>
     </message>
 </context>
 </TS>

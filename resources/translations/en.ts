@@ -99,6 +99,18 @@
         <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
         <translation>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</translation>
     </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>The image file is missing.</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>This file is not an image that can be read.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 pixels</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +324,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>Save the image choice.</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>Thumbnail of the chosen image</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>A small picture of the chosen image file.</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>The size of the chosen image in pixels, or why it cannot be shown.</translation>
     </message>
 </context>
 </TS>

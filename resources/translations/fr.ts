@@ -99,6 +99,18 @@
         <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
         <translation>Les marges haute et basse atteignent ensemble 100 % ou plus : l’image n’a plus de hauteur sur la page.</translation>
     </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>Le fichier image est introuvable.</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>Ce fichier n’est pas une image lisible.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 pixels</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +324,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>Enregistrer le choix de l’image.</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>Miniature de l’image choisie</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>Un petit aperçu du fichier image choisi.</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>La taille de l’image choisie en pixels, ou la raison pour laquelle elle ne peut pas être affichée.</translation>
     </message>
 </context>
 </TS>

@@ -99,6 +99,18 @@
         <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
         <translation>上下の余白の合計が 100 % 以上のため、ページ上に画像の高さが残りません。</translation>
     </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>画像ファイルが見つかりません。</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>このファイルは読み込める画像ではありません。</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 ピクセル</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +324,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>画像の選択を保存します。</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>選択した画像のサムネイル</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>選択した画像ファイルの小さな表示です。</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>選択した画像のピクセル単位のサイズ、または表示できない理由です。</translation>
     </message>
 </context>
 </TS>

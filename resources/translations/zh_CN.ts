@@ -99,6 +99,18 @@
         <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
         <translation>上下边距之和达到 100% 或以上：页面上已没有留给图像的高度。</translation>
     </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>找不到图像文件。</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>此文件不是可读取的图像。</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 像素</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +324,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>保存图像选择。</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>所选图像的缩略图</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>所选图像文件的小图预览。</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>所选图像的像素尺寸，或无法显示它的原因。</translation>
     </message>
 </context>
 </TS>

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QDomElement>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QStringList>
@@ -20,8 +21,9 @@ class VelPanel;
 //
 // The view is the top-level widget of the "PrivateView" window description; its controls are
 // found by object name when the display is loaded: the button group "mxtChoose" (ids are the
-// tags: 0 link, 1 local file), the buttons "btnBrowse" and "btnSave" and the fields "txtLink"
-// and "txtFile". The owner sets the workspace, itself and the bundle path, then calls
+// tags: 0 link, 1 local file), the buttons "btnBrowse" and "btnSave", the fields "txtLink"
+// and "txtFile", and the labels "lblThumbnail" and "lblImageFacts" that show a thumbnail and
+// the size of the chosen file. The owner sets the workspace, itself and the bundle path, then calls
 // loadDispInfo() once.
 class PrivateView : public QWidget
 {
@@ -93,6 +95,8 @@ public:
     QAbstractButton *btnSave() const { return m_btnSave; }
     QLineEdit *txtLink() const { return m_txtLink; }
     QLineEdit *txtFile() const { return m_txtFile; }
+    QLabel *lblThumbnail() const { return m_lblThumbnail; }
+    QLabel *lblImageFacts() const { return m_lblImageFacts; }
 
 signals:
     // After refreshLocateFile, on the main thread: the chosen path and whether it was copied.
@@ -109,6 +113,8 @@ private slots:
     void onBrowseClicked();
     void onSaveClicked();
     void onLinkEdited();
+    // Beside the file's name: its thumbnail and size, or why there are none.
+    void showImageFacts();
 
 private:
     void findControls();
@@ -120,6 +126,8 @@ private:
     QPointer<QAbstractButton> m_btnSave;
     QPointer<QLineEdit> m_txtLink;
     QPointer<QLineEdit> m_txtFile;
+    QPointer<QLabel> m_lblThumbnail;
+    QPointer<QLabel> m_lblImageFacts;
     QString m_workSpace;
     PrivateViewDelete *m_ower = nullptr;
     QString m_bundlePath;
