@@ -111,6 +111,30 @@
         <source>%1 × %2 pixels</source>
         <translation>%1 × %2 Pixel</translation>
     </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>Hier lassen sich nur eine Bilddatei oder ein http- oder https-Link ablegen.</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>Bitte jeweils nur eine Bilddatei oder einen Link ablegen.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>Ein Ordner lässt sich nicht verwenden: Bitte eine einzelne Bilddatei ablegen.</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>Nur JPEG-, GIF- und PNG-Bilddateien (.jpg, .jpeg, .gif, .png) lassen sich verwenden.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>Diese Datei lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>Nur http- und https-Links lassen sich verwenden.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

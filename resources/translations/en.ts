@@ -111,6 +111,30 @@
         <source>%1 × %2 pixels</source>
         <translation>%1 × %2 pixels</translation>
     </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>Only an image file or an http or https link can be dropped here.</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>Drop one image file or link at a time.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>A folder cannot be used: drop one image file.</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>This file cannot be read.</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>Only http and https links can be used.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -111,6 +111,30 @@
         <source>%1 × %2 pixels</source>
         <translation>%1 × %2 pixels</translation>
     </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>Seul un fichier image ou un lien http ou https peut être déposé ici.</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>Déposez un seul fichier image ou lien à la fois.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>Un dossier ne peut pas être utilisé : déposez un seul fichier image.</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>Seuls les fichiers image JPEG, GIF et PNG (.jpg, .jpeg, .gif, .png) peuvent être utilisés.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>Ce fichier ne peut pas être lu.</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>Seuls les liens http et https peuvent être utilisés.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -111,6 +111,30 @@
         <source>%1 × %2 pixels</source>
         <translation>%1 × %2 ピクセル</translation>
     </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>ここにドロップできるのは画像ファイル、または http か https のリンクだけです。</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>画像ファイルまたはリンクは一度に 1 つずつドロップしてください。</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>フォルダーは使用できません。画像ファイルを 1 つドロップしてください。</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>使用できるのは JPEG、GIF、PNG の画像ファイル（.jpg、.jpeg、.gif、.png）だけです。</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>このファイルは読み込めません。</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>使用できるのは http と https のリンクだけです。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

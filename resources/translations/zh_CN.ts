@@ -111,6 +111,30 @@
         <source>%1 × %2 pixels</source>
         <translation>%1 × %2 像素</translation>
     </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>此处只能放入图像文件或 http、https 链接。</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>请一次只放入一个图像文件或链接。</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>不能使用文件夹：请放入一个图像文件。</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>只能使用 JPEG、GIF 和 PNG 图像文件（.jpg、.jpeg、.gif、.png）。</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>无法读取此文件。</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>只能使用 http 和 https 链接。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

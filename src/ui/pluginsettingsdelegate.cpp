@@ -5,6 +5,7 @@
 #include "bundlepaths.h"
 #include "canvasimage.h"
 #include "fileops.h"
+#include "imagedroptarget.h"
 #include "localisation.h"
 #include "logalert.h"
 #include "marginroom.h"
@@ -285,6 +286,8 @@ bool PluginSettingsDelegate::awakeFromNib()
     }
 
     arrangeKeyboardOrder();
+    // Image files and links dropped or pasted anywhere on the window go to the image choice.
+    m_dropTarget = new ImageDropTarget(dialog, m_privateView);
     fitSettingsColumn();
     fitWindowToScreen();
 

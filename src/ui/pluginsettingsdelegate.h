@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 
+class ImageDropTarget;
 class ModeTimer;
 class PositionView;
 class PreviewController;
@@ -91,6 +92,8 @@ public:
     void setPositionView(PositionView *view);
     PrivateView *privateView() const;
     QWebEngineView *webView() const;
+    // Takes image files and links dropped or pasted onto the window; null before it loads.
+    ImageDropTarget *dropTarget() const { return m_dropTarget; }
     // The live preview on webView(), once the window is loaded (null without a web view).
     PreviewController *previewController() const { return m_preview; }
 
@@ -211,7 +214,8 @@ private:
     QString _backupSettingPath;
     bool isOKCancelButton = false;
     // The preview on iWebView: its page, navigation policy and the pending forced reload.
-    PreviewController *m_preview = nullptr; // a child of this controller
+    PreviewController *m_preview = nullptr;  // a child of this controller
+    ImageDropTarget *m_dropTarget = nullptr; // a child of the window
 
     std::unique_ptr<SettingsWorkspace::PreviewFiles> m_previewFiles;
     std::unique_ptr<SettingsBackup> m_backup;

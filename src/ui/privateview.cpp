@@ -366,6 +366,23 @@ void PrivateView::refreshLocateFile(const QString &path)
     emit imageChoiceChanged();
 }
 
+void PrivateView::takeImageFile(const QString &path)
+{
+    selectTag(FileTag);
+    chooseLocate(selectedTag());
+    refreshLocateFile(path);
+}
+
+void PrivateView::takeLink(const QString &link)
+{
+    selectTag(LinkTag);
+    chooseLocate(selectedTag());
+    if (!m_txtLink)
+        return;
+    m_txtLink->setText(link);
+    onLinkEdited();
+}
+
 bool PrivateView::saveFile2Workspace(const QString &path)
 {
     if (path.contains(m_workSpace))

@@ -66,6 +66,12 @@ public:
     Q_INVOKABLE void endBrowseImage(VelPanel *panel);
     // Copies the chosen image into the workspace and shows it; "Copy Failed!" when it cannot.
     void refreshLocateFile(const QString &path);
+    // A file dropped or pasted onto the window: the local file is chosen and the file goes the
+    // way of one confirmed in the image chooser.
+    void takeImageFile(const QString &path);
+    // A link dropped or pasted onto the window: the link is chosen and shown and saved as if
+    // typed.
+    void takeLink(const QString &link);
     // Copies a file into the workspace; true when it is there afterwards. A file of the same name
     // already there is kept under a time-stamp name.
     bool saveFile2Workspace(const QString &path);
