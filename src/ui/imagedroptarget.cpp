@@ -3,6 +3,7 @@
 #include "privateview.h"
 
 #include <QApplication>
+#include <QChildEvent>
 #include <QClipboard>
 #include <QDragMoveEvent>
 #include <QDropEvent>
@@ -45,6 +46,12 @@ bool ImageDropTarget::isOwnDrag(const QDropEvent *event) const
 bool ImageDropTarget::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
+    // The preview makes the widget that shows the page only once it loads; it takes drops too.
+    if (type == QEvent::ChildAdded) {
+        if (auto *child = qobject_cast<QWidget *>(static_cast<QChildEvent *>(event)->child()))
+            watch(child);
+        return false;
+    }
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop &&
         type != QEvent::DragLeave)
         return QObject::eventFilter(watched, event);

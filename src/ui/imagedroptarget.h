@@ -20,7 +20,8 @@ class ImageDropTarget : public QObject
     Q_OBJECT
 public:
     // Watches window and the widgets in it that take drops themselves (text fields, the
-    // preview), which would otherwise swallow a file or link. choice is not owned.
+    // preview), which would otherwise swallow a file or link, and the widgets they make later.
+    // choice is not owned.
     ImageDropTarget(QWidget *window, PrivateView *choice);
 
     // Pastes the clipboard's file or link, as a drop would give it.

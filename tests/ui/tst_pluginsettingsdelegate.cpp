@@ -821,6 +821,7 @@ void TestPluginSettingsDelegate::droppedLinkFillsTheLinkField_data()
     QTest::newRow("https link from a browser onto the window") << "" << false;
     QTest::newRow("https link as text onto the window") << "" << true;
     QTest::newRow("https link onto a margin field goes to the link field") << "txtLeft" << false;
+    QTest::newRow("https link onto a field made after the window opened") << "lateField" << false;
 }
 
 void TestPluginSettingsDelegate::droppedLinkFillsTheLinkField()
@@ -840,6 +841,11 @@ void TestPluginSettingsDelegate::droppedLinkFillsTheLinkField()
         data->setText(link);
     else
         data->setUrls({QUrl(link)});
+    if (onto == "lateField") {
+        // As the preview makes the widget that shows its page, inside a widget taking drops.
+        auto *late = new QLineEdit(window->findChild<QWidget *>("txtTop"));
+        late->setObjectName(onto);
+    }
     QWidget *target = onto.isEmpty() ? window : window->findChild<QWidget *>(onto);
     QVERIFY(target);
     const auto [taken, action] = dragAndDrop(target, data.get());
