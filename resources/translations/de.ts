@@ -99,6 +99,50 @@
         <source>Redo</source>
         <translation>Wiederholen</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>Der linke und der rechte Rand ergeben zusammen 100 % oder mehr: Dem Bild bleibt auf der Seite keine Breite.</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>Der obere und der untere Rand ergeben zusammen 100 % oder mehr: Dem Bild bleibt auf der Seite keine Höhe.</translation>
+    </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>Die Bilddatei fehlt.</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>Diese Datei ist kein lesbares Bild.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 Pixel</translation>
+    </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>Hier lassen sich nur eine Bilddatei oder ein http- oder https-Link ablegen.</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>Bitte jeweils nur eine Bilddatei oder einen Link ablegen.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>Ein Ordner lässt sich nicht verwenden: Bitte eine einzelne Bilddatei ablegen.</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>Nur JPEG-, GIF- und PNG-Bilddateien (.jpg, .jpeg, .gif, .png) lassen sich verwenden.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>Diese Datei lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>Nur http- und https-Links lassen sich verwenden.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +356,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>Die Bildauswahl speichern.</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>Miniatur des gewählten Bildes</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>Eine kleine Ansicht der gewählten Bilddatei.</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>Die Größe des gewählten Bildes in Pixeln oder der Grund, warum es sich nicht anzeigen lässt.</translation>
     </message>
 </context>
 </TS>

@@ -99,6 +99,50 @@
         <source>Redo</source>
         <translation>Redo</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>The left and right margins add up to 100 % or more: the image has no width left on the page.</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</translation>
+    </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>The image file is missing.</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>This file is not an image that can be read.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 pixels</translation>
+    </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>Only an image file or an http or https link can be dropped here.</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>Drop one image file or link at a time.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>A folder cannot be used: drop one image file.</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>This file cannot be read.</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>Only http and https links can be used.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +356,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>Save the image choice.</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>Thumbnail of the chosen image</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>A small picture of the chosen image file.</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>The size of the chosen image in pixels, or why it cannot be shown.</translation>
     </message>
 </context>
 </TS>

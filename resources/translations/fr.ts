@@ -99,6 +99,50 @@
         <source>Redo</source>
         <translation>Rétablir la modification</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>Les marges gauche et droite atteignent ensemble 100 % ou plus : l’image n’a plus de largeur sur la page.</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>Les marges haute et basse atteignent ensemble 100 % ou plus : l’image n’a plus de hauteur sur la page.</translation>
+    </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>Le fichier image est introuvable.</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>Ce fichier n’est pas une image lisible.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 pixels</translation>
+    </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>Seul un fichier image ou un lien http ou https peut être déposé ici.</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>Déposez un seul fichier image ou lien à la fois.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>Un dossier ne peut pas être utilisé : déposez un seul fichier image.</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>Seuls les fichiers image JPEG, GIF et PNG (.jpg, .jpeg, .gif, .png) peuvent être utilisés.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>Ce fichier ne peut pas être lu.</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>Seuls les liens http et https peuvent être utilisés.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +356,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>Enregistrer le choix de l’image.</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>Miniature de l’image choisie</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>Un petit aperçu du fichier image choisi.</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>La taille de l’image choisie en pixels, ou la raison pour laquelle elle ne peut pas être affichée.</translation>
     </message>
 </context>
 </TS>

@@ -99,6 +99,50 @@
         <source>Redo</source>
         <translation>やり直し</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>左右の余白の合計が 100 % 以上のため、ページ上に画像の幅が残りません。</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>上下の余白の合計が 100 % 以上のため、ページ上に画像の高さが残りません。</translation>
+    </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>画像ファイルが見つかりません。</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>このファイルは読み込める画像ではありません。</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 ピクセル</translation>
+    </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>ここにドロップできるのは画像ファイル、または http か https のリンクだけです。</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>画像ファイルまたはリンクは一度に 1 つずつドロップしてください。</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>フォルダーは使用できません。画像ファイルを 1 つドロップしてください。</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>使用できるのは JPEG、GIF、PNG の画像ファイル（.jpg、.jpeg、.gif、.png）だけです。</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>このファイルは読み込めません。</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>使用できるのは http と https のリンクだけです。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +356,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>画像の選択を保存します。</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>選択した画像のサムネイル</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>選択した画像ファイルの小さな表示です。</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>選択した画像のピクセル単位のサイズ、または表示できない理由です。</translation>
     </message>
 </context>
 </TS>

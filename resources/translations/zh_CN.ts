@@ -99,6 +99,50 @@
         <source>Redo</source>
         <translation>重做</translation>
     </message>
+    <message>
+        <source>The left and right margins add up to 100 % or more: the image has no width left on the page.</source>
+        <translation>左右边距之和达到 100% 或以上：页面上已没有留给图像的宽度。</translation>
+    </message>
+    <message>
+        <source>The top and bottom margins add up to 100 % or more: the image has no height left on the page.</source>
+        <translation>上下边距之和达到 100% 或以上：页面上已没有留给图像的高度。</translation>
+    </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>找不到图像文件。</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>此文件不是可读取的图像。</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 像素</translation>
+    </message>
+    <message>
+        <source>Only an image file or an http or https link can be dropped here.</source>
+        <translation>此处只能放入图像文件或 http、https 链接。</translation>
+    </message>
+    <message>
+        <source>Drop one image file or link at a time.</source>
+        <translation>请一次只放入一个图像文件或链接。</translation>
+    </message>
+    <message>
+        <source>A folder cannot be used: drop one image file.</source>
+        <translation>不能使用文件夹：请放入一个图像文件。</translation>
+    </message>
+    <message>
+        <source>Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.</source>
+        <translation>只能使用 JPEG、GIF 和 PNG 图像文件（.jpg、.jpeg、.gif、.png）。</translation>
+    </message>
+    <message>
+        <source>This file cannot be read.</source>
+        <translation>无法读取此文件。</translation>
+    </message>
+    <message>
+        <source>Only http and https links can be used.</source>
+        <translation>只能使用 http 和 https 链接。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -312,6 +356,18 @@
     <message>
         <source>Save the image choice.</source>
         <translation>保存图像选择。</translation>
+    </message>
+    <message>
+        <source>Thumbnail of the chosen image</source>
+        <translation>所选图像的缩略图</translation>
+    </message>
+    <message>
+        <source>A small picture of the chosen image file.</source>
+        <translation>所选图像文件的小图预览。</translation>
+    </message>
+    <message>
+        <source>The size of the chosen image in pixels, or why it cannot be shown.</source>
+        <translation>所选图像的像素尺寸，或无法显示它的原因。</translation>
     </message>
 </context>
 </TS>

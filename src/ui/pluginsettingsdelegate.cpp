@@ -5,8 +5,10 @@
 #include "bundlepaths.h"
 #include "canvasimage.h"
 #include "fileops.h"
+#include "imagedroptarget.h"
 #include "localisation.h"
 #include "logalert.h"
+#include "marginroom.h"
 #include "modetimer.h"
 #include "numbertext.h"
 #include "pluginsettingsinfo.h"
@@ -15,6 +17,7 @@
 #include "previewcontroller.h"
 #include "previewview.h"
 #include "privateview.h"
+#include "roommark.h"
 #include "settingsbackup.h"
 #include "settingsdialog.h"
 #include "settingsworkspace.h"
@@ -286,6 +289,8 @@ bool PluginSettingsDelegate::awakeFromNib()
 
     arrangeKeyboardOrder();
     wireHistory();
+    // Image files and links dropped or pasted anywhere on the window go to the image choice.
+    m_dropTarget = new ImageDropTarget(dialog, m_privateView);
     fitSettingsColumn();
     fitWindowToScreen();
 
@@ -860,6 +865,7 @@ void PluginSettingsDelegate::controlTextDidChange(QLineEdit *field)
     const float value = NumberText::floatValue(filtered);
     if (setter) {
         (ptRect->*setter)(value);
+        showMarginRoom();
     } else {
         ptRect->setTransparency(value);
         if (sldTrans) {
@@ -899,6 +905,22 @@ void PluginSettingsDelegate::onChangePositionView()
     showNumber(txtTop, ptRect->top());
     showNumber(txtRight, ptRect->right());
     showNumber(txtBottom, ptRect->bottom());
+    showMarginRoom();
+}
+
+void PluginSettingsDelegate::showMarginRoom()
+{
+    const MarginRoom room = MarginRoom::of(*ptRect);
+    const QString across = QStringLiteral(
+        "The left and right margins add up to 100 % or more: the image has no width left on the "
+        "page.");
+    const QString down = QStringLiteral(
+        "The top and bottom margins add up to 100 % or more: the image has no height left on the "
+        "page.");
+    for (QLineEdit *field : {txtLeft.data(), txtRight.data()})
+        RoomMark::setMarked(field, room.noRoomAcross, loadAppString(across, across));
+    for (QLineEdit *field : {txtTop.data(), txtBottom.data()})
+        RoomMark::setMarked(field, room.noRoomDown, loadAppString(down, down));
 }
 
 void PluginSettingsDelegate::didChangedPositionView()

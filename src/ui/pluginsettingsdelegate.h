@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 
+class ImageDropTarget;
 class ModeTimer;
 class PositionView;
 class PreviewController;
@@ -93,6 +94,8 @@ public:
     void setPositionView(PositionView *view);
     PrivateView *privateView() const;
     QWebEngineView *webView() const;
+    // Takes image files and links dropped or pasted onto the window; null before it loads.
+    ImageDropTarget *dropTarget() const { return m_dropTarget; }
     // The live preview on webView(), once the window is loaded (null without a web view).
     PreviewController *previewController() const { return m_preview; }
 
@@ -174,6 +177,8 @@ private:
     void fitSettingsColumn();
     // Opens at the description's size where the screen has room, smaller where it has not.
     void fitWindowToScreen();
+    // Marks the margin fields of a pair that leaves the image no room; typing goes on as ever.
+    void showMarginRoom();
     void showTransparency(float value);
     void selectLayer(int layer);
     // The layer of the chosen button, as the position file takes it: 0 when none is chosen.
@@ -237,7 +242,8 @@ private:
     QAction *m_redoAction = nullptr;
     bool m_selectingLayer = false; // the layer is set from code, not chosen
     // The preview on iWebView: its page, navigation policy and the pending forced reload.
-    PreviewController *m_preview = nullptr; // a child of this controller
+    PreviewController *m_preview = nullptr;  // a child of this controller
+    ImageDropTarget *m_dropTarget = nullptr; // a child of the window
 
     std::unique_ptr<SettingsWorkspace::PreviewFiles> m_previewFiles;
     std::unique_ptr<SettingsBackup> m_backup;

@@ -3,6 +3,7 @@
 #include "bundlepaths.h"
 #include "fileops.h"
 #include "framepainter.h"
+#include "imagefacts.h"
 #include "localisation.h"
 #include "logalert.h"
 #include "pluginsettingsinfo.h"
@@ -18,6 +19,7 @@
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QPainter>
+#include <QPixmap>
 #include <QStringDecoder>
 #include <QTextStream>
 
@@ -94,6 +96,8 @@ void PrivateView::findControls()
     m_btnSave = findChild<QAbstractButton *>(QStringLiteral("btnSave"));
     m_txtLink = findChild<QLineEdit *>(QStringLiteral("txtLink"));
     m_txtFile = findChild<QLineEdit *>(QStringLiteral("txtFile"));
+    m_lblThumbnail = findChild<QLabel *>(QStringLiteral("lblThumbnail"));
+    m_lblImageFacts = findChild<QLabel *>(QStringLiteral("lblImageFacts"));
     if (!m_mxtChoose)
         return;
     // The window description gives each choice its tag as the dynamic property "tag".
@@ -109,6 +113,8 @@ void PrivateView::loadDispInfo()
 {
     m_files.clear();
     findControls();
+    connect(this, &PrivateView::imageChoiceChanged, this, &PrivateView::showImageFacts,
+            Qt::UniqueConnection);
 
     if (m_mxtChoose) {
         const QList<QAbstractButton *> buttons = m_mxtChoose->buttons();
@@ -192,6 +198,18 @@ void PrivateView::showFile(const QString &name)
 {
     if (m_txtFile)
         m_txtFile->setText(name);
+}
+
+void PrivateView::showImageFacts()
+{
+    // A link is never fetched, so it has no facts to show.
+    const ImageFacts::Facts facts = ImageFacts::read(chosenImageFile(), devicePixelRatioF());
+    if (m_lblImageFacts)
+        m_lblImageFacts->setText(ImageFacts::text(facts));
+    if (m_lblThumbnail) {
+        m_lblThumbnail->setPixmap(QPixmap::fromImage(facts.thumbnail));
+        m_lblThumbnail->setVisible(!facts.thumbnail.isNull());
+    }
 }
 
 void PrivateView::loadPrivateSetting(QDomElement root)
@@ -346,6 +364,23 @@ void PrivateView::refreshLocateFile(const QString &path)
     }
     emit locateFileRefreshed(path, copied);
     emit imageChoiceChanged();
+}
+
+void PrivateView::takeImageFile(const QString &path)
+{
+    selectTag(FileTag);
+    chooseLocate(selectedTag());
+    refreshLocateFile(path);
+}
+
+void PrivateView::takeLink(const QString &link)
+{
+    selectTag(LinkTag);
+    chooseLocate(selectedTag());
+    if (!m_txtLink)
+        return;
+    m_txtLink->setText(link);
+    onLinkEdited();
 }
 
 bool PrivateView::saveFile2Workspace(const QString &path)

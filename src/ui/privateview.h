@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QDomElement>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QStringList>
@@ -20,8 +21,9 @@ class VelPanel;
 //
 // The view is the top-level widget of the "PrivateView" window description; its controls are
 // found by object name when the display is loaded: the button group "mxtChoose" (ids are the
-// tags: 0 link, 1 local file), the buttons "btnBrowse" and "btnSave" and the fields "txtLink"
-// and "txtFile". The owner sets the workspace, itself and the bundle path, then calls
+// tags: 0 link, 1 local file), the buttons "btnBrowse" and "btnSave", the fields "txtLink"
+// and "txtFile", and the labels "lblThumbnail" and "lblImageFacts" that show a thumbnail and
+// the size of the chosen file. The owner sets the workspace, itself and the bundle path, then calls
 // loadDispInfo() once.
 class PrivateView : public QWidget
 {
@@ -64,6 +66,12 @@ public:
     Q_INVOKABLE void endBrowseImage(VelPanel *panel);
     // Copies the chosen image into the workspace and shows it; "Copy Failed!" when it cannot.
     void refreshLocateFile(const QString &path);
+    // A file dropped or pasted onto the window: the local file is chosen and the file goes the
+    // way of one confirmed in the image chooser.
+    void takeImageFile(const QString &path);
+    // A link dropped or pasted onto the window: the link is chosen and shown and saved as if
+    // typed.
+    void takeLink(const QString &link);
     // Copies a file into the workspace; true when it is there afterwards. A file of the same name
     // already there is kept under a time-stamp name.
     bool saveFile2Workspace(const QString &path);
@@ -93,6 +101,8 @@ public:
     QAbstractButton *btnSave() const { return m_btnSave; }
     QLineEdit *txtLink() const { return m_txtLink; }
     QLineEdit *txtFile() const { return m_txtFile; }
+    QLabel *lblThumbnail() const { return m_lblThumbnail; }
+    QLabel *lblImageFacts() const { return m_lblImageFacts; }
 
 signals:
     // After refreshLocateFile, on the main thread: the chosen path and whether it was copied.
@@ -109,6 +119,8 @@ private slots:
     void onBrowseClicked();
     void onSaveClicked();
     void onLinkEdited();
+    // Beside the file's name: its thumbnail and size, or why there are none.
+    void showImageFacts();
 
 private:
     void findControls();
@@ -120,6 +132,8 @@ private:
     QPointer<QAbstractButton> m_btnSave;
     QPointer<QLineEdit> m_txtLink;
     QPointer<QLineEdit> m_txtFile;
+    QPointer<QLabel> m_lblThumbnail;
+    QPointer<QLabel> m_lblImageFacts;
     QString m_workSpace;
     PrivateViewDelete *m_ower = nullptr;
     QString m_bundlePath;

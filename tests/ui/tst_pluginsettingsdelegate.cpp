@@ -2,10 +2,12 @@
 // precision, the layer choice, and saving without a workspace.
 
 #include "bundlepaths.h"
+#include "imagedroptarget.h"
 #include "localisation.h"
 #include "pluginsettingsdelegate.h"
 #include "positionview.h"
 #include "privateview.h"
+#include "roommark.h"
 #include "settingsbackup.h"
 #include "testenv.h"
 #include "treesnapshot.h"
@@ -14,10 +16,12 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QProcess>
 #include <QPushButton>
 #include <QSlider>
@@ -62,6 +66,14 @@ private slots:
     void dragSnappedToTheCentreSavesEqualMargins();
     void chosenImageShowsOnTheCanvas();
     void fitToImageIsSavedLikeAnyEdit();
+    void marginsWithoutRoomAreMarkedAndStillSaved_data();
+    void marginsWithoutRoomAreMarkedAndStillSaved();
+    void droppedImageFileIsTakenAsBrowseTakesIt();
+    void droppedLinkFillsTheLinkField_data();
+    void droppedLinkFillsTheLinkField();
+    void refusedDropsShowWhyAndChangeNothing_data();
+    void refusedDropsShowWhyAndChangeNothing();
+    void pastedLinkFillsTheLinkField();
 
 private:
     static QString bundle() { return QStringLiteral(IMG_BUNDLE_DIR); }
@@ -659,6 +671,298 @@ void TestPluginSettingsDelegate::fitToImageIsSavedLikeAnyEdit()
              QStringLiteral("45.0"));
     delegate->onCancel();
     QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("10.0\n10.0\n10.0\n10.0\n0.0\n1"));
+}
+
+void TestPluginSettingsDelegate::marginsWithoutRoomAreMarkedAndStillSaved_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QStringList>("marked");
+    QTest::addColumn<QByteArray>("saved");
+    const QStringList across{"txtLeft", "txtRight"};
+    const QStringList down{"txtTop", "txtBottom"};
+    QTest::newRow("left 90 fills the width: left and right marked")
+        << "txtLeft"
+        << "90" << across << QByteArray("90.0\n10.0\n10.0\n10.0\n0.0\n1");
+    QTest::newRow("right 95.5 overfills the width: left and right marked")
+        << "txtRight"
+        << "95.5" << across << QByteArray("10.0\n10.0\n95.5\n10.0\n0.0\n1");
+    QTest::newRow("bottom 90 fills the height: top and bottom marked")
+        << "txtBottom"
+        << "90" << down << QByteArray("10.0\n10.0\n10.0\n90.0\n0.0\n1");
+    QTest::newRow("left 89.9 leaves a tenth: nothing marked")
+        << "txtLeft"
+        << "89.9" << QStringList() << QByteArray("89.9\n10.0\n10.0\n10.0\n0.0\n1");
+}
+
+// Values that leave the image no room are typed and saved as any others; the pair's fields say
+// why, and lose the mark, tooltip and palette included, once room comes back.
+void TestPluginSettingsDelegate::marginsWithoutRoomAreMarkedAndStillSaved()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, typed);
+    QFETCH(QStringList, marked);
+    QFETCH(QByteArray, saved);
+    const QString ws = m_tmp.filePath("room-" + field + typed);
+    writeFile(ws + "/settings.dat", "10.0\n10.0\n10.0\n10.0\n0.0\n1");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    const QStringList fields{"txtLeft", "txtTop", "txtRight", "txtBottom"};
+    QMap<QString, QString> plainTips;
+    for (const QString &name : fields) {
+        auto *edit = window->findChild<QLineEdit *>(name);
+        QVERIFY(!RoomMark::isMarked(edit));
+        plainTips[name] = edit->toolTip();
+    }
+    auto *edit = window->findChild<QLineEdit *>(field);
+    const QString before = edit->text();
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, typed);
+    QCOMPARE(edit->text(), typed); // nothing refused
+    QCOMPARE(readFile(ws + "/settings.dat"), saved);
+
+    const QColor plainBase = window->palette().color(QPalette::Base);
+    for (const QString &name : fields) {
+        auto *other = window->findChild<QLineEdit *>(name);
+        const bool expected = marked.contains(name);
+        QCOMPARE(RoomMark::isMarked(other), expected);
+        QCOMPARE(other->palette().color(QPalette::Base) != plainBase, expected);
+        if (expected)
+            QVERIFY2(other->toolTip().contains("100 %"), qPrintable(other->toolTip()));
+        else
+            QCOMPARE(other->toolTip(), plainTips[name]);
+    }
+
+    edit->selectAll();
+    QTest::keyClicks(edit, before);
+    for (const QString &name : fields) {
+        auto *other = window->findChild<QLineEdit *>(name);
+        QVERIFY(!RoomMark::isMarked(other));
+        QCOMPARE(other->toolTip(), plainTips[name]);
+        QVERIFY(!other->testAttribute(Qt::WA_SetPalette));
+    }
+    QCOMPARE(readFile(ws + "/settings.dat"), QByteArray("10.0\n10.0\n10.0\n10.0\n0.0\n1"));
+    delegate->onCancel();
+}
+
+namespace {
+
+// Drags data from outside the window over widget and, when it is taken, moves it and drops it
+// there; answers whether the drag was taken and the drop action the pointer showed. A drag that
+// is refused on entering gets no moves, as with a real drag.
+QPair<bool, Qt::DropAction> dragAndDrop(QWidget *widget, QMimeData *data)
+{
+    const QPoint at = widget->rect().center();
+    const Qt::DropActions offered = Qt::CopyAction | Qt::LinkAction;
+    QDragEnterEvent enter(at, offered, data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &enter);
+    if (!enter.isAccepted())
+        return {false, enter.dropAction()};
+    QDragMoveEvent move(at, offered, data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &move);
+    QDropEvent drop(QPointF(at), offered, data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &drop);
+    return {drop.isAccepted(), drop.dropAction()};
+}
+
+QMimeData *urlData(const QUrl &url)
+{
+    auto *data = new QMimeData;
+    data->setUrls({url});
+    return data;
+}
+
+} // namespace
+
+// A file dropped from a file manager, even with the link chosen, ends as a file confirmed in the
+// image chooser does: the same copy in the workspace, the older file of that name kept aside.
+void TestPluginSettingsDelegate::droppedImageFileIsTakenAsBrowseTakesIt()
+{
+    const QString chosen = writePicture(m_tmp.filePath("dropped.png"), QSize(40, 30));
+    QVERIFY(!chosen.isEmpty());
+    QMap<QString, TreeSnapshot::Tree> trees;
+    for (const QString way : {"drop", "browse"}) {
+        const QString ws = m_tmp.filePath("take-" + way);
+        writeFile(ws + "/dropped.png", "an older file of the same name");
+        auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+        QVERIFY(delegate);
+        delegate->setWorkSpace(ws);
+        QDialog *window = delegate->window();
+        QVERIFY(window);
+        PrivateView *choice = delegate->privateView();
+        QSignalSpy refreshed(choice, &PrivateView::locateFileRefreshed);
+        if (way == "drop") {
+            choice->mxtChoose()->button(PrivateView::LinkTag)->click();
+            std::unique_ptr<QMimeData> data(urlData(QUrl::fromLocalFile(chosen)));
+            data->setText(chosen); // file managers add the path as text
+            const auto [taken, action] = dragAndDrop(window, data.get());
+            QVERIFY(taken);
+            QCOMPARE(action, Qt::CopyAction);
+            QVERIFY(delegate->dropTarget()->lastRefusal().isEmpty());
+        } else {
+            choice->refreshLocateFile(chosen); // where the image chooser's answer arrives
+        }
+        QCOMPARE(refreshed.size(), 1);
+        QCOMPARE(refreshed.first().value(0).toString(), chosen);
+        QCOMPARE(choice->selectedTag(), int(PrivateView::FileTag));
+        QVERIFY(choice->btnBrowse()->isEnabled());
+        QCOMPARE(choice->txtFile()->text(), QStringLiteral("dropped.png"));
+        QCOMPARE(choice->locateFiles(), QStringList{"dropped.png"});
+        QCOMPARE(delegate->positionView()->imageSize(), QSize(40, 30));
+        QCOMPARE(readFile(ws + "/dropped.png"), readFile(chosen));
+        TreeSnapshot::Tree tree = TreeSnapshot::take(ws);
+        // The older file's time-stamp name differs from run to run; its bytes must not.
+        for (auto it = tree.begin(); it != tree.end();) {
+            if (QRegularExpression("^\\d+\\.\\d{6}$").match(it.key()).hasMatch()) {
+                tree.insert("<time stamp>", it.value());
+                it = tree.erase(it);
+            } else {
+                ++it;
+            }
+        }
+        trees[way] = tree;
+        delegate->onCancel();
+    }
+    QCOMPARE(trees["drop"].value("<time stamp>"), QByteArray("an older file of the same name"));
+    QCOMPARE(trees["drop"].keys(), trees["browse"].keys());
+    QCOMPARE(trees["drop"], trees["browse"]);
+}
+
+void TestPluginSettingsDelegate::droppedLinkFillsTheLinkField_data()
+{
+    QTest::addColumn<QString>("onto"); // the widget that gets the drop
+    QTest::addColumn<bool>("asText");
+    QTest::newRow("https link from a browser onto the window") << "" << false;
+    QTest::newRow("https link as text onto the window") << "" << true;
+    QTest::newRow("https link onto a margin field goes to the link field") << "txtLeft" << false;
+    QTest::newRow("https link onto a field made after the window opened") << "lateField" << false;
+}
+
+void TestPluginSettingsDelegate::droppedLinkFillsTheLinkField()
+{
+    QFETCH(QString, onto);
+    QFETCH(bool, asText);
+    const QString ws = m_tmp.filePath("droplink-" + onto + QString::number(asText));
+    writeFile(ws + "/settings.dat", "10.0\n10.0\n10.0\n10.0\n0.0\n1");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    const QString link = "https://images.example.org/dropped.png";
+    auto data = std::make_unique<QMimeData>();
+    if (asText)
+        data->setText(link);
+    else
+        data->setUrls({QUrl(link)});
+    if (onto == "lateField") {
+        // As the preview makes the widget that shows its page, inside a widget taking drops.
+        auto *late = new QLineEdit(window->findChild<QWidget *>("txtTop"));
+        late->setObjectName(onto);
+    }
+    QWidget *target = onto.isEmpty() ? window : window->findChild<QWidget *>(onto);
+    QVERIFY(target);
+    const auto [taken, action] = dragAndDrop(target, data.get());
+    QVERIFY(taken);
+    QCOMPARE(action, Qt::CopyAction);
+    PrivateView *choice = delegate->privateView();
+    QCOMPARE(choice->selectedTag(), int(PrivateView::LinkTag));
+    QCOMPARE(choice->txtLink()->text(), link);
+    QVERIFY(!choice->txtLink()->isReadOnly());
+    QCOMPARE(delegate->positionView()->linkHost(), QStringLiteral("images.example.org"));
+    // Saved as a typed link is.
+    QVERIFY(readFile(ws + "/img.xml").contains(link.toUtf8()));
+    QCOMPARE(window->findChild<QLineEdit *>("txtLeft")->text(), QStringLiteral("10.0"));
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::refusedDropsShowWhyAndChangeNothing_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("why");
+    QTest::newRow("text file")
+        << "txt"
+        << "Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be used.";
+    QTest::newRow("folder") << "folder"
+                            << "A folder cannot be used: drop one image file.";
+    QTest::newRow("ftp link") << "ftp"
+                              << "Only http and https links can be used.";
+    QTest::newRow("words") << "words"
+                           << "Only an image file or an http or https link can be dropped here.";
+}
+
+// A refused drag shows the pointer that takes nothing and a tip saying why; neither the choice
+// nor the workspace changes, and a drop that arrives all the same is refused too.
+void TestPluginSettingsDelegate::refusedDropsShowWhyAndChangeNothing()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, why);
+    const QString ws = m_tmp.filePath("refuse-" + kind);
+    writeFile(ws + "/settings.dat", "10.0\n10.0\n10.0\n10.0\n0.0\n1");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QDialog *window = delegate->window();
+    QVERIFY(window);
+    PrivateView *choice = delegate->privateView();
+    QVERIFY(choice->onSave());
+    const TreeSnapshot::Tree before = TreeSnapshot::take(ws);
+
+    auto data = std::make_unique<QMimeData>();
+    if (kind == "txt") {
+        writeFile(m_tmp.filePath("notes.txt"), "words");
+        data->setUrls({QUrl::fromLocalFile(m_tmp.filePath("notes.txt"))});
+    } else if (kind == "folder") {
+        QDir().mkpath(m_tmp.filePath("album.png"));
+        data->setUrls({QUrl::fromLocalFile(m_tmp.filePath("album.png"))});
+    } else if (kind == "ftp") {
+        data->setUrls({QUrl("ftp://example.org/a.png")});
+    } else {
+        data->setText("a picture of the sea");
+    }
+    const auto [taken, action] = dragAndDrop(window, data.get());
+    QVERIFY(!taken);
+    QCOMPARE(action, Qt::IgnoreAction);
+    QCOMPARE(delegate->dropTarget()->lastRefusal(), why);
+
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window, &drop);
+    QVERIFY(!drop.isAccepted());
+    QCOMPARE(delegate->dropTarget()->lastRefusal(), why);
+    QCOMPARE(choice->selectedTag(), int(PrivateView::FileTag));
+    QVERIFY(choice->txtFile()->text().isEmpty());
+    QVERIFY(choice->txtLink()->text().isEmpty());
+    QCOMPARE(TreeSnapshot::take(ws), before);
+    delegate->onCancel();
+}
+
+void TestPluginSettingsDelegate::pastedLinkFillsTheLinkField()
+{
+    const QString ws = m_tmp.filePath("paste");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QVERIFY(delegate->window());
+    PrivateView *choice = delegate->privateView();
+
+    QApplication::clipboard()->setText("ftp://example.org/no.png");
+    delegate->dropTarget()->paste();
+    QCOMPARE(delegate->dropTarget()->lastRefusal(),
+             QStringLiteral("Only http and https links can be used."));
+    QVERIFY(choice->txtLink()->text().isEmpty());
+
+    const QString link = "http://example.org/pasted.gif";
+    QApplication::clipboard()->setText(link);
+    delegate->dropTarget()->paste();
+    QVERIFY(delegate->dropTarget()->lastRefusal().isEmpty());
+    QCOMPARE(choice->selectedTag(), int(PrivateView::LinkTag));
+    QCOMPARE(choice->txtLink()->text(), link);
+    QVERIFY(readFile(ws + "/img.xml").contains(link.toUtf8()));
+    delegate->onCancel();
 }
 
 int main(int argc, char *argv[])

@@ -12,6 +12,8 @@
 #include <QButtonGroup>
 #include <QDomDocument>
 #include <QFileDialog>
+#include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QRadioButton>
@@ -128,6 +130,8 @@ private slots:
     void endBrowseImageLeavesTheFileWorkToTheMainThread();
     void viewDrawsItsRoundedGreyBorder();
     void answersForTheWindowAndThePreview();
+    void imageFactsShowBesideTheName_data();
+    void imageFactsShowBesideTheName();
 
 private:
     std::unique_ptr<PrivateView> makeView(const QString &workspace, Owner *owner,
@@ -793,6 +797,69 @@ void TestPrivateView::answersForTheWindowAndThePreview()
     QCOMPARE(bare.settingFileInApp(), m_resources + "/data/img.xml");
     QVERIFY(bare.onSave());
     QCOMPARE(srcOf(m_workspace + "/img.xml"), QString());
+}
+
+void TestPrivateView::imageFactsShowBesideTheName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("format"); // empty: text bytes, not an image
+    QTest::addColumn<QString>("then");      // what happens after the file was chosen
+    QTest::addColumn<QString>("facts");
+    QTest::addColumn<QSize>("thumbnail"); // empty: no thumbnail shown
+    QTest::newRow("png: size in pixels and a thumbnail") << "wide.png" << QByteArray("PNG") << ""
+                                                         << "64 × 48 Pixel" << QSize(32, 24);
+    QTest::newRow("jpeg: size in pixels and a thumbnail") << "tall.jpeg" << QByteArray("JPG") << ""
+                                                          << "30 × 60 Pixel" << QSize(16, 32);
+    QTest::newRow("text named .png: says it is no image")
+        << "notes.png" << QByteArray() << ""
+        << "Diese Datei ist kein lesbares Bild." << QSize();
+    QTest::newRow("file gone from the workspace: says it is missing")
+        << "wide.png" << QByteArray("PNG") << "remove"
+        << "Die Bilddatei fehlt." << QSize();
+    QTest::newRow("link chosen: nothing said") << "wide.png" << QByteArray("PNG") << "link"
+                                               << "" << QSize();
+}
+
+void TestPrivateView::imageFactsShowBesideTheName()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, format);
+    QFETCH(QString, then);
+    QFETCH(QString, facts);
+    QFETCH(QSize, thumbnail);
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    QVERIFY(view && view->lblImageFacts() && view->lblThumbnail());
+    QVERIFY(view->lblImageFacts()->text().isEmpty()); // nothing chosen yet
+    QVERIFY(!view->lblThumbnail()->isVisibleTo(view.get()));
+
+    QString chosen;
+    if (format.isEmpty()) {
+        chosen = image(name, "plain words, no pixels");
+    } else {
+        const QSize size = name.startsWith("tall") ? QSize(30, 60) : QSize(64, 48);
+        QImage picture(size, QImage::Format_RGB32);
+        picture.fill(Qt::darkRed);
+        chosen = image(name, QByteArray());
+        QVERIFY(picture.save(chosen, format.constData()));
+    }
+    view->refreshLocateFile(chosen);
+    QCOMPARE(view->txtFile()->text(), name);
+    if (then == "remove") {
+        QVERIFY(QFile::remove(m_workspace + "/" + name));
+        view->mxtChoose()->button(PrivateView::FileTag)->click();
+    } else if (then == "link") {
+        view->mxtChoose()->button(PrivateView::LinkTag)->click();
+    }
+    QCOMPARE(view->lblImageFacts()->text(), facts);
+    QCOMPARE(view->lblThumbnail()->isVisibleTo(view.get()), !thumbnail.isEmpty());
+    if (!thumbnail.isEmpty()) {
+        const QPixmap shown = view->lblThumbnail()->pixmap();
+        QCOMPARE(shown.deviceIndependentSize().toSize(), thumbnail);
+        QCOMPARE(shown.toImage().pixelColor(thumbnail.width() / 2, thumbnail.height() / 2).red() >
+                     100,
+                 true);
+    }
 }
 
 QTEST_MAIN(TestPrivateView)

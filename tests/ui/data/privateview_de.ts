@@ -11,5 +11,17 @@
         <source>PrivateV-Copy Failed!</source>
         <translation>Kopieren fehlgeschlagen!</translation>
     </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 Pixel</translation>
+    </message>
+    <message>
+        <source>The image file is missing.</source>
+        <translation>Die Bilddatei fehlt.</translation>
+    </message>
+    <message>
+        <source>This file is not an image that can be read.</source>
+        <translation>Diese Datei ist kein lesbares Bild.</translation>
+    </message>
 </context>
 </TS>

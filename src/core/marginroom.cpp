@@ -1,0 +1,33 @@
+#include "marginroom.h"
+
+#include "positionrect.h"
+
+#include <QString>
+
+#include <cmath>
+
+namespace {
+
+// A value as its one-decimal text reads, in tenths: the same rounding as the fields and the
+// position file, ties included. A value that is not a number reads as none.
+long long tenths(float value)
+{
+    if (!std::isfinite(value))
+        return std::isinf(value) && value > 0 ? 1000 : 0;
+    return std::llround(QString::asprintf("%.1f", double(value)).toDouble() * 10.0);
+}
+
+} // namespace
+
+bool MarginRoom::pairHasNoRoom(float first, float second)
+{
+    return tenths(first) + tenths(second) >= 1000;
+}
+
+MarginRoom MarginRoom::of(const PositionRect &rect)
+{
+    MarginRoom room;
+    room.noRoomAcross = pairHasNoRoom(rect.left(), rect.right());
+    room.noRoomDown = pairHasNoRoom(rect.top(), rect.bottom());
+    return room;
+}

@@ -1,0 +1,127 @@
+#include "imagedrop.h"
+
+#include "fileops.h"
+#include "localisation.h"
+
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
+
+namespace ImageDrop {
+
+namespace {
+
+Verdict refused(Reason reason)
+{
+    Verdict verdict;
+    verdict.reason = reason;
+    return verdict;
+}
+
+Verdict localFile(const QString &path)
+{
+    const QFileInfo info(path);
+    // A link to a folder is a folder to the author too.
+    if (info.isDir())
+        return refused(Reason::Folder);
+    if (!imageTypes().contains(info.suffix().toLower()))
+        return refused(Reason::NotAnImageType);
+    // The copy into the workspace reads the file: a FIFO or device would never end.
+    if (!FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
+        return refused(Reason::Unreadable);
+    Verdict verdict;
+    verdict.kind = Kind::ImageFile;
+    verdict.reason = Reason::None;
+    verdict.path = path;
+    return verdict;
+}
+
+Verdict url(const QUrl &url)
+{
+    if (url.isLocalFile())
+        return localFile(url.toLocalFile());
+    const QString scheme = url.scheme().toLower();
+    if (scheme.isEmpty())
+        return refused(Reason::NotALink);
+    if ((scheme != QLatin1String("http") && scheme != QLatin1String("https")) ||
+        url.host().isEmpty())
+        return refused(Reason::OtherLink);
+    Verdict verdict;
+    verdict.kind = Kind::Link;
+    verdict.reason = Reason::None;
+    verdict.link = url.toString(QUrl::FullyEncoded);
+    return verdict;
+}
+
+QString appString(const char *english)
+{
+    const QString key = QString::fromUtf8(english);
+    return loadAppString(key, key);
+}
+
+} // namespace
+
+QStringList imageTypes()
+{
+    return {QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("gif"),
+            QStringLiteral("png")};
+}
+
+Verdict classifyText(const QString &text)
+{
+    const QString line = text.trimmed();
+    if (line.isEmpty())
+        return refused(Reason::Nothing);
+    // A copied path, as some programs put a file on the clipboard; it may hold blanks.
+    if (!line.contains(QLatin1Char('\n')) && QFileInfo(line).isAbsolute())
+        return localFile(line);
+    // One link only: a second line or a blank inside is a list or a sentence, not a link.
+    if (line.contains(QLatin1Char('\n')) || line.contains(QLatin1Char(' ')))
+        return refused(line.count(QLatin1String("://")) > 1 ? Reason::SeveralItems
+                                                            : Reason::NotALink);
+    const QUrl parsed(line, QUrl::StrictMode);
+    if (!parsed.isValid())
+        return refused(Reason::NotALink);
+    return url(parsed);
+}
+
+Verdict classify(const QMimeData *data)
+{
+    if (!data)
+        return refused(Reason::Nothing);
+    if (data->hasUrls()) {
+        const QList<QUrl> urls = data->urls();
+        if (urls.size() > 1)
+            return refused(Reason::SeveralItems);
+        if (urls.size() == 1)
+            return url(urls.first());
+    }
+    if (data->hasText())
+        return classifyText(data->text());
+    return refused(Reason::Nothing);
+}
+
+QString reasonText(Reason reason)
+{
+    switch (reason) {
+    case Reason::None:
+        return QString();
+    case Reason::Nothing:
+    case Reason::NotALink:
+        return appString("Only an image file or an http or https link can be dropped here.");
+    case Reason::SeveralItems:
+        return appString("Drop one image file or link at a time.");
+    case Reason::Folder:
+        return appString("A folder cannot be used: drop one image file.");
+    case Reason::NotAnImageType:
+        return appString("Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be "
+                         "used.");
+    case Reason::Unreadable:
+        return appString("This file cannot be read.");
+    case Reason::OtherLink:
+        return appString("Only http and https links can be used.");
+    }
+    return QString();
+}
+
+} // namespace ImageDrop

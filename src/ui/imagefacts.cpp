@@ -1,0 +1,71 @@
+#include "imagefacts.h"
+
+#include "fileops.h"
+#include "localisation.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+namespace ImageFacts {
+
+namespace {
+
+QString appString(const char *english)
+{
+    const QString key = QString::fromUtf8(english);
+    return loadAppString(key, key);
+}
+
+} // namespace
+
+Facts read(const QString &path, qreal pixelRatio)
+{
+    Facts facts;
+    if (path.isEmpty())
+        return facts;
+    // A dangling link is there but reads as nothing: not a missing file.
+    if (!QFileInfo::exists(path) && !QFileInfo(path).isSymLink()) {
+        facts.state = State::Missing;
+        return facts;
+    }
+    facts.state = State::NotAnImage;
+    QFile file;
+    if (!FileOps::openForReading(&file, path, FileOps::ReadLinks::NoFollow))
+        return facts;
+    QImageReader reader(&file);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (!size.isValid())
+        return facts;
+    // Turned images report their stored size; the thumbnail shows how the image stands.
+    const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
+    facts.size = turned ? size.transposed() : size;
+    const int side = qMax(1, qRound(thumbnailSide * qMax(pixelRatio, 1.0)));
+    // A small image is shown as it is, never blown up.
+    if (size.width() > side || size.height() > side)
+        reader.setScaledSize(size.scaled(side, side, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    facts.thumbnail = reader.read();
+    if (facts.thumbnail.isNull())
+        return Facts{State::NotAnImage, {}, {}};
+    facts.thumbnail.setDevicePixelRatio(qMax(pixelRatio, 1.0));
+    facts.state = State::Image;
+    return facts;
+}
+
+QString text(const Facts &facts)
+{
+    switch (facts.state) {
+    case State::NoFile:
+        return QString();
+    case State::Missing:
+        return appString("The image file is missing.");
+    case State::NotAnImage:
+        return appString("This file is not an image that can be read.");
+    case State::Image:
+        return appString("%1 × %2 pixels").arg(facts.size.width()).arg(facts.size.height());
+    }
+    return QString();
+}
+
+} // namespace ImageFacts
