@@ -8,6 +8,7 @@
 //                                                          count the script's UTF-8 bytes
 // Each run prints one line per figure: name, megabytes per second, peak resident memory.
 #include "pluginsettingsinfo.h"
+#include "rc4loop.h"
 #include "scrambler.h"
 #include "xmlhelpers.h"
 #include "xmljson.h"
@@ -155,27 +156,6 @@ int runJsonSizes()
     return 0;
 }
 
-void rc4(const unsigned char *key, int keyLength, const unsigned char *in, unsigned char *out,
-         size_t size)
-{
-    unsigned char s[256];
-    for (int x = 0; x < 256; ++x)
-        s[x] = static_cast<unsigned char>(x);
-    unsigned char j = 0;
-    for (int x = 0; x < 256; ++x) {
-        j = static_cast<unsigned char>(j + s[x] + key[x % keyLength]);
-        std::swap(s[x], s[j]);
-    }
-    unsigned char i = 0;
-    j = 0;
-    for (size_t x = 0; x < size; ++x) {
-        i = static_cast<unsigned char>(i + 1);
-        j = static_cast<unsigned char>(j + s[i]);
-        std::swap(s[i], s[j]);
-        out[x] = in[x] ^ s[static_cast<unsigned char>(s[i] + s[j])];
-    }
-}
-
 int runScramble(const QString &path)
 {
     const QByteArray utf8 = readAll(path);
@@ -192,7 +172,8 @@ int runScramble(const QString &path)
     for (int round = 0; round < kScrambleRounds; ++round) {
         ours = std::min(ours, bestOf(1, [&] { size = scrambleScriptString(text).size(); }));
         bare = std::min(bare, bestOf(1, [&] {
-                            rc4(key, 8, reinterpret_cast<const unsigned char *>(utf8.constData()),
+                            Rc4Loop::run(
+                                key, 8, reinterpret_cast<const unsigned char *>(utf8.constData()),
                                 reinterpret_cast<unsigned char *>(out.data()), size_t(out.size()));
                         }));
         checksum += static_cast<unsigned char>(out.at(out.size() / 2));

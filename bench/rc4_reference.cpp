@@ -2,6 +2,8 @@
 // conversion, no encoding), best of as many rounds as the scrambler gets, with the process's peak
 // memory.
 //   rc4_reference TEXT
+#include "rc4loop.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -11,31 +13,6 @@
 #include <sys/resource.h>
 #include <utility>
 #include <vector>
-
-namespace {
-
-void rc4(const unsigned char *key, int keyLength, const unsigned char *in, unsigned char *out,
-         size_t size)
-{
-    unsigned char s[256];
-    for (int x = 0; x < 256; ++x)
-        s[x] = static_cast<unsigned char>(x);
-    unsigned char j = 0;
-    for (int x = 0; x < 256; ++x) {
-        j = static_cast<unsigned char>(j + s[x] + key[x % keyLength]);
-        std::swap(s[x], s[j]);
-    }
-    unsigned char i = 0;
-    j = 0;
-    for (size_t x = 0; x < size; ++x) {
-        i = static_cast<unsigned char>(i + 1);
-        j = static_cast<unsigned char>(j + s[i]);
-        std::swap(s[i], s[j]);
-        out[x] = in[x] ^ s[static_cast<unsigned char>(s[i] + s[j])];
-    }
-}
-
-} // namespace
 
 int main(int argc, char **argv)
 {
@@ -55,7 +32,7 @@ int main(int argc, char **argv)
     long long best = std::numeric_limits<long long>::max();
     for (int round = 0; round < 20; ++round) {
         const auto start = std::chrono::steady_clock::now();
-        rc4(key, 8, in.data(), out.data(), in.size());
+        Rc4Loop::run(key, 8, in.data(), out.data(), in.size());
         const auto ns = std::chrono::duration_cast<std::chrono::nanoseconds>(
                             std::chrono::steady_clock::now() - start)
                             .count();

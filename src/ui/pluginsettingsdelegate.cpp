@@ -917,10 +917,13 @@ void PluginSettingsDelegate::showMarginRoom()
     const QString down = QStringLiteral(
         "The top and bottom margins add up to 100 % or more: the image has no height left on the "
         "page.");
+    // Every drag step comes here: the texts are looked up only for a pair that has no room.
+    const QString whyAcross = room.noRoomAcross ? loadAppString(across, across) : QString();
+    const QString whyDown = room.noRoomDown ? loadAppString(down, down) : QString();
     for (QLineEdit *field : {txtLeft.data(), txtRight.data()})
-        RoomMark::setMarked(field, room.noRoomAcross, loadAppString(across, across));
+        RoomMark::setMarked(field, room.noRoomAcross, whyAcross);
     for (QLineEdit *field : {txtTop.data(), txtBottom.data()})
-        RoomMark::setMarked(field, room.noRoomDown, loadAppString(down, down));
+        RoomMark::setMarked(field, room.noRoomDown, whyDown);
 }
 
 void PluginSettingsDelegate::didChangedPositionView()
