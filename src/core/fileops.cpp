@@ -114,7 +114,10 @@ bool exists(const QString &path)
 
 bool isDir(const QString &path)
 {
-    return !path.isEmpty() && QFileInfo(path).isDir();
+    // Asked on every save: one stat(), which follows a link to a folder as QFileInfo does.
+    struct stat st;
+    return !path.isEmpty() && ::stat(QFile::encodeName(path).constData(), &st) == 0 &&
+           S_ISDIR(st.st_mode);
 }
 
 bool removeItem(const QString &path)

@@ -16,6 +16,7 @@ QStringList subpaths(const QString &folder);
 
 // True when a file, folder or (even dangling) symbolic link is at path.
 bool exists(const QString &path);
+// True when path is a folder or a link to one.
 bool isDir(const QString &path);
 
 // Removes whatever is at path: a file or link (never what it points to), or a folder with

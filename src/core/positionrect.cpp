@@ -43,9 +43,9 @@ QByteArray PositionRect::toText() const
         .toUtf8();
 }
 
-void PositionRect::saveToFile(const QString &path) const
+bool PositionRect::saveToFile(const QString &path) const
 {
-    FileOps::writeAtomically(path, toText());
+    return FileOps::writeAtomically(path, toText());
 }
 
 bool operator==(const PositionRect &a, const PositionRect &b)

@@ -32,8 +32,8 @@ public:
 
     // The six-line text form: five "%.1f" values and the layer as "%i", no trailing newline.
     QByteArray toText() const;
-    // Writes toText() atomically; a failed write is ignored.
-    void saveToFile(const QString &path) const;
+    // Writes toText() atomically; false when it could not be written (the window goes on).
+    bool saveToFile(const QString &path) const;
 
     friend bool operator==(const PositionRect &a, const PositionRect &b);
     friend bool operator!=(const PositionRect &a, const PositionRect &b) { return !(a == b); }

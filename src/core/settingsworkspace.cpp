@@ -96,14 +96,15 @@ void PreviewFiles::refreshPage()
     m_pagesKnown = !m_pageStamp.missing() && !m_bundlePageStamp.missing();
 }
 
-bool PreviewFiles::writeScript()
+bool PreviewFiles::writeScript(const std::optional<PositionRect> &savedPosition)
 {
     if (m_workSpace.isEmpty())
         return false;
     DescriptionTemplate *description = currentDescription();
     if (!description)
         return false;
-    const std::optional<PositionRect> position = ScriptGenerator::workspacePosition(m_workSpace);
+    const std::optional<PositionRect> position =
+        savedPosition ? savedPosition : ScriptGenerator::workspacePosition(m_workSpace);
     if (!position)
         return false;
     return FileOps::writeAtomically(QDir(m_workSpace).filePath(QStringLiteral("config.js")),

@@ -2,6 +2,7 @@
 
 #include "descriptiontemplate.h"
 #include "filestamp.h"
+#include "positionrect.h"
 
 #include <QString>
 #include <QStringList>
@@ -50,7 +51,9 @@ public:
     void refreshPage();
     // Writes "config.js" from the description and the position file; false when nothing was
     // written (no readable description, none that parses, no position file, or the write failed).
-    bool writeScript();
+    // A save that has just written "settings.dat" passes what it wrote, which is then not read
+    // back.
+    bool writeScript(const std::optional<PositionRect> &savedPosition = std::nullopt);
 
     // How often the description's bytes were read and parsed, and the two pages compared, since
     // construction: what the saves cost beside their writes.

@@ -535,12 +535,15 @@ void PluginSettingsDelegate::loadSettingFromFile(const QString &path)
 
 void PluginSettingsDelegate::saveGlobalSettings()
 {
-    if (!_workSpace.isEmpty() && QFileInfo(_workSpace).isDir()) {
+    if (!_workSpace.isEmpty() && FileOps::isDir(_workSpace)) {
         // The layer choice is read only here: choosing a layer alone is saved with the next save.
         ptRect->setLayer(chosenLayer());
-        ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
+        const bool saved =
+            ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
         previewFiles().refreshPage();
-        previewFiles().writeScript();
+        // The script takes its position from the file just written, read as a reader would.
+        previewFiles().writeScript(saved ? PositionFile::parse(QString::fromUtf8(ptRect->toText()))
+                                         : std::nullopt);
     }
     isChange = true;
 }

@@ -1,5 +1,6 @@
 #include "fileops.h"
 #include "pluginsettingsinfo.h"
+#include "positionfile.h"
 #include "settingsworkspace.h"
 #include "specialentries.h"
 #include "testenv.h"
@@ -202,6 +203,8 @@ private slots:
     void emptyWorkspacePathTouchesNothing();
     void keptPreviewFilesMatchFreshSaves_data();
     void keptPreviewFilesMatchFreshSaves();
+    void savedPositionWritesWhatReadingItBackWrites_data();
+    void savedPositionWritesWhatReadingItBackWrites();
     void keptDescriptionIsReadAgainUntilSettled();
     void keptPagesAreComparedAgainUntilSettled();
     void stampsOfASameSizeRewriteDiffer();
@@ -280,6 +283,47 @@ void TestSettingsWorkspace::keptPreviewFilesMatchFreshSaves()
                                .arg(round)
                                .arg(QString::fromUtf8(keptState), QString::fromUtf8(freshState))));
     }
+}
+
+void TestSettingsWorkspace::savedPositionWritesWhatReadingItBackWrites_data()
+{
+    QTest::addColumn<QList<float>>("values"); // left, top, right, bottom, transparency
+    QTest::addColumn<int>("layer");
+    QTest::newRow("whole tenths") << QList<float>{10, 26, 60, 26, 0} << 1;
+    QTest::newRow("hundredths round as the file keeps them")
+        << QList<float>{10.04f, 49.95f, 0.25f, 99.75f, 33.35f} << 2;
+    QTest::newRow("negative margins and a transparency past 100")
+        << QList<float>{-3.35f, -0.04f, 120, 0, 100.05f} << 0;
+    QTest::newRow("huge values") << QList<float>{1e7f, 3e9f, 0, 0, 1e30f} << 3;
+}
+
+// A save hands the script the position it has just written instead of reading the file back;
+// the script's bytes are the same either way.
+void TestSettingsWorkspace::savedPositionWritesWhatReadingItBackWrites()
+{
+    QFETCH(QList<float>, values);
+    QFETCH(int, layer);
+    QTemporaryDir tmp;
+    const QString bundle = tmp.filePath("img.bundle");
+    PositionRect rect;
+    rect.setLeft(values[0]);
+    rect.setTop(values[1]);
+    rect.setRight(values[2]);
+    rect.setBottom(values[3]);
+    rect.setTransparency(values[4]);
+    rect.setLayer(layer);
+    QByteArray scripts[2];
+    for (int passed = 0; passed < 2; ++passed) {
+        const QString ws = tmp.filePath(passed ? "passed" : "read");
+        writeFile(ws + "/img.xml", kDescription);
+        QVERIFY(rect.saveToFile(ws + "/settings.dat"));
+        SettingsWorkspace::PreviewFiles files(ws, bundle);
+        QVERIFY(passed ? files.writeScript(PositionFile::parse(QString::fromUtf8(rect.toText())))
+                       : files.writeScript());
+        scripts[passed] = readFile(ws + "/config.js");
+    }
+    QVERIFY(scripts[0].startsWith("\xef\xbb\xbfvar config={"));
+    QCOMPARE(scripts[1], scripts[0]);
 }
 
 void TestSettingsWorkspace::keptDescriptionIsReadAgainUntilSettled()
