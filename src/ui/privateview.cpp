@@ -330,23 +330,24 @@ QDomDocument PrivateView::workspaceDescription(const QString &path)
 {
     // Taken before the bytes are read: a change made while they are read moves the stamp.
     const FileStamp stamp = FileStamp::of(path);
-    if (m_kept && m_kept->path == path && stamp.isRegularFile()) {
-        if (stamp == m_kept->stamp && m_kept->stamp.settled())
-            return m_kept->document;
-        QByteArray bytes;
-        if (FileOps::readAll(path, &bytes) && ContentDigest::of(bytes) == m_kept->digest) {
-            m_kept->stamp = stamp;
-            return m_kept->document;
-        }
+    const bool mine = m_kept && m_kept->path == path && stamp.isRegularFile();
+    if (mine && stamp == m_kept->stamp && m_kept->stamp.settled())
+        return m_kept->document;
+    QByteArray bytes;
+    if (!stamp.isRegularFile() || !FileOps::readAll(path, &bytes)) {
+        m_kept.reset();
+        return {};
+    }
+    const ContentDigest digest = ContentDigest::of(bytes);
+    if (mine && digest == m_kept->digest) {
+        m_kept->stamp = stamp;
+        return m_kept->document;
     }
     m_kept.reset();
-    QByteArray bytes;
-    if (!stamp.isRegularFile() || !FileOps::readAll(path, &bytes))
-        return {};
     ++m_descriptionParses;
     QDomDocument document = readDescription(bytes);
     if (!document.isNull())
-        keepDescription(document, path, stamp, bytes);
+        m_kept = KeptDescription{document, path, stamp, digest};
     return document;
 }
 
