@@ -138,6 +138,7 @@ bool PluginSettingsInfo::loadWorkspace()
 QDomElement PluginSettingsInfo::getXMLFromWorkspace()
 {
     ensureIdentifier();
+    m_documentBytes.clear();
     if (m_workSpace.isEmpty())
         return QDomElement();
     const QString path = join(m_workSpace, m_identifier + QLatin1String(".xml"));
@@ -156,6 +157,7 @@ QDomElement PluginSettingsInfo::getXMLFromWorkspace()
         return QDomElement();
     }
     m_document = document;
+    m_documentBytes = bytes;
     return m_document.documentElement();
 }
 

@@ -27,6 +27,9 @@ public:
     // The root element of "<identifier>.xml" in the workspace, or a null element. The element
     // belongs to a document this object keeps, so it stays editable for the object's life.
     QDomElement getXMLFromWorkspace();
+    // The bytes of the file that the last getXMLFromWorkspace() parsed into its element; empty
+    // when it gave none.
+    QByteArray xmlBytes() const { return m_documentBytes; }
     bool convertPluginToPath(const QString &path);
 
     // The JSON text of an element of the description (book output).
@@ -43,4 +46,5 @@ private:
     QString m_identifier;
     QString m_bundlePath;
     QDomDocument m_document;
+    QByteArray m_documentBytes;
 };

@@ -31,6 +31,7 @@ struct Options
     QString screenshot;
     int screenshotDelay = 2500;
     bool quitWhenShown = false;
+    bool quitWhenPreviewLoaded = false;
     int recovery = 0; // ask
 };
 
@@ -69,14 +70,20 @@ Options parseOptions(const QCoreApplication &app)
         QStringLiteral("quit-when-shown"),
         QStringLiteral("Print \"window shown\" once the window is on screen with its settings "
                        "loaded, then close it with Cancel (for start-up measurements)."));
+    const QCommandLineOption quitWhenPreviewLoaded(
+        QStringLiteral("quit-when-preview-loaded"),
+        QStringLiteral("Print \"window shown\" once the window is on screen and \"preview "
+                       "loaded\" once its preview shows the settings (the page loaded and reloaded "
+                       "once), then close it with Cancel (for start-up measurements)."));
     const QCommandLineOption recovery(
         QStringLiteral("recovery"),
         QStringLiteral("When an earlier window on the workspace died: \"ask\" the author, "
                        "\"go-back\" to the workspace as it was before that window, or \"keep\" "
-                       "it as it is (default: ask; keep with --quit-when-shown or --screenshot)."),
+                       "it as it is (default: ask; keep with --quit-when-shown, "
+                       "--quit-when-preview-loaded or --screenshot)."),
         QStringLiteral("answer"));
-    parser.addOptions(
-        {language, bundle, workspace, modeless, screenshot, delay, quitWhenShown, recovery});
+    parser.addOptions({language, bundle, workspace, modeless, screenshot, delay, quitWhenShown,
+                       quitWhenPreviewLoaded, recovery});
     parser.process(app);
 
     Options options;
@@ -89,6 +96,7 @@ Options parseOptions(const QCoreApplication &app)
         options.screenshot = QDir::current().absoluteFilePath(parser.value(screenshot));
     options.screenshotDelay = parser.value(delay).toInt();
     options.quitWhenShown = parser.isSet(quitWhenShown);
+    options.quitWhenPreviewLoaded = parser.isSet(quitWhenPreviewLoaded);
     const QStringList answers{QStringLiteral("ask"), QStringLiteral("go-back"),
                               QStringLiteral("keep")};
     if (parser.isSet(recovery)) {
@@ -97,7 +105,8 @@ Options parseOptions(const QCoreApplication &app)
             std::fprintf(stderr, "imghost: --recovery takes ask, go-back or keep\n");
             std::exit(2);
         }
-    } else if (options.quitWhenShown || !options.screenshot.isEmpty()) {
+    } else if (options.quitWhenShown || options.quitWhenPreviewLoaded ||
+               !options.screenshot.isEmpty()) {
         options.recovery = 2; // nobody is there to answer
     }
     return options;
@@ -129,27 +138,71 @@ void scheduleScreenshot(QDialog *window, const QString &file, int delayMs)
     });
 }
 
-// Reports the moment the window is first exposed, gives an observer a moment to look at the
-// process, then presses Cancel.
-void scheduleQuitWhenShown(QDialog *window)
+// Watches an opening window for start-up measurements. It prints "window shown" the moment the
+// window is first exposed and, when the preview is awaited too, "preview loaded" the moment the
+// preview first shows the settings. Once all it awaits has been printed it gives an observer a
+// moment to look at the process, then presses Cancel.
+class StartWatcher : public QObject
 {
-    auto *poll = new QTimer(window);
-    poll->setInterval(1);
-    QObject::connect(poll, &QTimer::timeout, window, [window, poll] {
-        if (!window->windowHandle() || !window->windowHandle()->isExposed())
+    Q_OBJECT
+public:
+    StartWatcher(QDialog *window, bool awaitPreview)
+        : QObject(window)
+        , m_window(window)
+        , m_loaded(!awaitPreview)
+    {
+        m_poll.setInterval(1);
+        connect(&m_poll, &QTimer::timeout, this, &StartWatcher::pollExposure);
+        m_poll.start();
+    }
+
+    // The host knows the controller's signal by name only, as any host that does not link the
+    // plugin. False when the controller has no such signal.
+    bool watchPreview(QObject *controller)
+    {
+        return connect(controller, SIGNAL(previewLoaded()), this, SLOT(previewLoaded()));
+    }
+
+private slots:
+    void previewLoaded()
+    {
+        if (m_loaded)
             return;
-        poll->stop();
-        std::fputs("window shown\n", stdout);
+        m_loaded = true;
+        report("preview loaded\n");
+    }
+
+private:
+    void pollExposure()
+    {
+        if (!m_window->windowHandle() || !m_window->windowHandle()->isExposed())
+            return;
+        m_poll.stop();
+        m_shown = true;
+        report("window shown\n");
+    }
+
+    void report(const char *line)
+    {
+        std::fputs(line, stdout);
         std::fflush(stdout);
-        QTimer::singleShot(300, window, [window] {
-            if (auto *cancel = window->findChild<QAbstractButton *>(QStringLiteral("btnCancel")))
-                cancel->click();
-            else
-                window->done(0);
-        });
-    });
-    poll->start();
-}
+        if (m_shown && m_loaded)
+            QTimer::singleShot(300, m_window, [window = m_window] { pressCancel(window); });
+    }
+
+    static void pressCancel(QDialog *window)
+    {
+        if (auto *cancel = window->findChild<QAbstractButton *>(QStringLiteral("btnCancel")))
+            cancel->click();
+        else
+            window->done(0);
+    }
+
+    QDialog *m_window;
+    QTimer m_poll;
+    bool m_shown = false;
+    bool m_loaded;
+};
 
 void printOutcome(const ImgSettingsController &settings)
 {
@@ -202,8 +255,14 @@ int main(int argc, char *argv[])
     }
     if (!options.screenshot.isEmpty())
         scheduleScreenshot(window, options.screenshot, options.screenshotDelay);
-    if (options.quitWhenShown)
-        scheduleQuitWhenShown(window);
+    if (options.quitWhenShown || options.quitWhenPreviewLoaded) {
+        auto *watcher = new StartWatcher(window, options.quitWhenPreviewLoaded);
+        if (options.quitWhenPreviewLoaded && !watcher->watchPreview(settings->object())) {
+            std::fprintf(stderr, "imghost: the bundle %s does not report its preview\n",
+                         qPrintable(options.bundle));
+            return 2;
+        }
+    }
 
     if (options.modal) {
         const int code = window->exec();
@@ -220,3 +279,5 @@ int main(int argc, char *argv[])
     printOutcome(*settings);
     return 0;
 }
+
+#include "main.moc"

@@ -35,7 +35,9 @@ public:
     // True once the window has closed and the host may let the bundle go.
     virtual bool isCloseBundle() const = 0;
 
-    // The QObject behind the controller, for its signal windowClosed(int closeMode).
+    // The QObject behind the controller, for its signals windowClosed(int closeMode) and
+    // previewLoaded(), the latter each time the preview has been rebuilt: its page loaded and
+    // reloaded once, showing the settings.
     virtual QObject *object() = 0;
 
     // When an earlier window on the same workspace died, the author is asked while the window

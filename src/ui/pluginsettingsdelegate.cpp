@@ -285,6 +285,8 @@ bool PluginSettingsDelegate::awakeFromNib()
         m_preview->setIgnoreOpenURL(
             [this] { return m_privateView && m_privateView->ignoreOpenURL(); });
         m_preview->setPageLanguage(languageTagOf(m_windowDescriptionPath), previewTexts());
+        connect(m_preview, &PreviewController::rebuildDone, this,
+                &PluginSettingsDelegate::previewLoaded);
     }
 
     arrangeKeyboardOrder();

@@ -156,6 +156,9 @@ protected:
 signals:
     // The window has closed with this stop code (1 apply, 0 discard).
     void windowClosed(int closeMode);
+    // A rebuild of the preview is done: the page has loaded and its forced reload has finished,
+    // so it shows the settings as they were when the rebuild began.
+    void previewLoaded();
 
 private slots:
     void timerRepeat();

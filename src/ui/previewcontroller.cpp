@@ -93,6 +93,8 @@ void PreviewController::refreshPreview()
         m_page->triggerAction(QWebEnginePage::Stop);
     }
     m_page->loadEmptyPage();
+    // A reload of an earlier rebuild that is still under way no longer ends anything.
+    m_isReloading = false;
     // On a later pass of the event loop, never inside this call.
     QMetaObject::invokeMethod(this, &PreviewController::loadMainPage, Qt::QueuedConnection);
     m_isNeedReload = true;
@@ -114,6 +116,7 @@ void PreviewController::delayReloadData()
     m_isNeedReload = false;
     qCDebug(lcPreview) << "forced reload";
     m_page->runJavaScript(QStringLiteral("location.reload(true);"));
+    m_isReloading = true;
     emit reloadForced();
 }
 
@@ -122,6 +125,13 @@ void PreviewController::onLoadingChanged(const QWebEngineLoadingInfo &info)
     // Every finished load, the empty document's included, offers the rebuild's forced reload;
     // the flag makes it happen once. In a rebuild the workspace page's load usually cuts the
     // empty document short, so that the reload falls to the page itself.
-    if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus)
-        delayReloadData();
+    if (info.status() != QWebEngineLoadingInfo::LoadSucceededStatus)
+        return;
+    // The first finish after the forced reload was issued is the reload's own: the rebuild is
+    // done. Asked before the reload is offered, so that the load taking it does not count.
+    if (m_isReloading) {
+        m_isReloading = false;
+        emit rebuildDone();
+    }
+    delayReloadData();
 }

@@ -55,6 +55,9 @@ signals:
     void refreshed();
     // The forced reload of a rebuild has been issued.
     void reloadForced();
+    // A rebuild's loads are over: the load that took the forced reload has finished, and so has
+    // the reload. The page now shows the workspace as it was at the rebuild.
+    void rebuildDone();
 
 private:
     void onLoadingChanged(const QWebEngineLoadingInfo &info);
@@ -64,4 +67,5 @@ private:
     PreviewPage *m_page = nullptr;
     QString m_workSpace;
     bool m_isNeedReload = false;
+    bool m_isReloading = false; // the forced reload was issued and has not finished yet
 };

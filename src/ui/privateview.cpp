@@ -22,6 +22,7 @@
 #include <QPixmap>
 #include <QStringDecoder>
 #include <QTextStream>
+#include <QXmlStreamReader>
 
 #include <chrono>
 #include <exception>
@@ -32,18 +33,38 @@ namespace {
 
 const QString kIdentifier = QStringLiteral("img");
 
-// The description at path parsed as a document, or a null document when the file is missing
-// (or not a regular file, or a link unless links is Follow), is not valid UTF-8 or is damaged.
-QDomDocument readDescription(const QString &path, FileOps::ReadLinks links)
+// The description's bytes parsed as a document, or a null document when they are not valid
+// UTF-8 or are damaged.
+QDomDocument readDescription(const QByteArray &bytes)
 {
-    QByteArray bytes;
-    if (!FileOps::readAll(path, &bytes, links))
-        return {};
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString text = utf8.decode(bytes);
     if (utf8.hasError())
         return {};
     return parseDescriptionXml(bytes);
+}
+
+// The same for the file at path; null too when it is missing (or not a regular file, or a link
+// unless links is Follow).
+QDomDocument readDescription(const QString &path, FileOps::ReadLinks links)
+{
+    QByteArray bytes;
+    if (!FileOps::readAll(path, &bytes, links))
+        return {};
+    return readDescription(bytes);
+}
+
+// Whether bytes give the same tree read as UTF-8 text as read as bytes: when their declaration
+// names UTF-8 or no encoding, or they have none. The declaration comes first or not at all.
+bool readsAlikeAsText(const QByteArray &bytes)
+{
+    QXmlStreamReader reader(bytes.left(512));
+    reader.readNext();
+    if (reader.tokenType() != QXmlStreamReader::StartDocument)
+        return !reader.hasError();
+    const QString encoding = reader.documentEncoding().toString();
+    return encoding.isEmpty() || encoding.compare(u"utf-8", Qt::CaseInsensitive) == 0 ||
+           encoding.compare(u"utf8", Qt::CaseInsensitive) == 0;
 }
 
 // The element written out alone, without a declaration or added white space.
@@ -132,9 +153,13 @@ void PrivateView::loadDispInfo()
     m_settingsInfo->setIdentifier(kIdentifier);
     m_settingsInfo->setBundlePath(m_bundlePath);
     m_settingsInfo->loadWorkspace();
+    const QString description = settingFileInWorkspace();
+    const FileStamp before = FileStamp::of(description);
     const QDomElement root = m_settingsInfo->getXMLFromWorkspace();
-    if (!root.isNull())
+    if (!root.isNull()) {
+        keepLoadedDescription(root, description, before, m_settingsInfo->xmlBytes());
         loadPrivateSetting(root);
+    }
 
     for (QAbstractButton *button : {m_btnBrowse.data(), m_btnSave.data()}) {
         if (auto *cell = qobject_cast<SimpleCell *>(button))
@@ -273,7 +298,7 @@ bool PrivateView::onSave(QObject *sender)
     if (m_workSpace.isEmpty() || !QFileInfo(m_workSpace).isDir())
         return false;
     const QString target = settingFileInWorkspace();
-    QDomDocument document = readDescription(target, FileOps::ReadLinks::NoFollow);
+    QDomDocument document = workspaceDescription(target);
     if (document.isNull())
         document = readDescription(settingFileInApp(), FileOps::ReadLinks::Follow);
     if (document.isNull()) {
@@ -282,7 +307,13 @@ bool PrivateView::onSave(QObject *sender)
     }
     QDomElement root = document.documentElement();
     savePrivateSetting(root);
-    const bool written = FileOps::writeAtomically(target, serialise(root));
+    const QByteArray bytes = serialise(root);
+    const bool written = FileOps::writeAtomically(target, bytes);
+    // The tree now holds what was written; after a failed write the file holds something else.
+    if (written)
+        keepDescription(document, target, FileStamp::of(target), bytes);
+    else
+        m_kept.reset();
     if (m_ower) {
         try {
             m_ower->saveGlobalSettings();
@@ -291,6 +322,49 @@ bool PrivateView::onSave(QObject *sender)
         }
     }
     return written;
+}
+
+// The workspace's description at path as a tree: the kept one while the file holds its bytes,
+// otherwise the file read again (and kept). Null when the file gives no description.
+QDomDocument PrivateView::workspaceDescription(const QString &path)
+{
+    // Taken before the bytes are read: a change made while they are read moves the stamp.
+    const FileStamp stamp = FileStamp::of(path);
+    const bool mine = m_kept && m_kept->path == path && stamp.isRegularFile();
+    if (mine && stamp == m_kept->stamp && m_kept->stamp.settled())
+        return m_kept->document;
+    QByteArray bytes;
+    if (!stamp.isRegularFile() || !FileOps::readAll(path, &bytes)) {
+        m_kept.reset();
+        return {};
+    }
+    const ContentDigest digest = ContentDigest::of(bytes);
+    if (mine && digest == m_kept->digest) {
+        m_kept->stamp = stamp;
+        return m_kept->document;
+    }
+    m_kept.reset();
+    ++m_descriptionParses;
+    QDomDocument document = readDescription(bytes);
+    if (!document.isNull())
+        m_kept = KeptDescription{document, path, stamp, digest};
+    return document;
+}
+
+void PrivateView::keepDescription(const QDomDocument &document, const QString &path,
+                                  const FileStamp &stamp, const QByteArray &bytes)
+{
+    m_kept = KeptDescription{document, path, stamp, ContentDigest::of(bytes)};
+}
+
+// The tree the display was loaded from, parsed from bytes (the file held them at or after
+// stamp), kept for the next save when it is the tree a save would read from them.
+void PrivateView::keepLoadedDescription(const QDomElement &root, const QString &path,
+                                        const FileStamp &stamp, const QByteArray &bytes)
+{
+    m_kept.reset();
+    if (stamp.isRegularFile() && readsAlikeAsText(bytes))
+        keepDescription(root.ownerDocument(), path, stamp, bytes);
 }
 
 void PrivateView::controlTextDidChange(QObject *sender)

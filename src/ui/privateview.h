@@ -1,7 +1,10 @@
 #pragma once
 
+#include "filestamp.h"
+
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QDomDocument>
 #include <QDomElement>
 #include <QLabel>
 #include <QLineEdit>
@@ -10,6 +13,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class PluginSettingsInfo;
 class PrivateViewDelete;
@@ -50,6 +54,9 @@ public:
     // data/img.xml when the workspace has none) and tells the owner. True when img.xml was
     // written; nothing happens without a workspace folder or a readable description.
     bool onSave(QObject *sender = nullptr);
+    // How often a save parsed the workspace's img.xml: only when the file no longer holds what
+    // this view last read or wrote.
+    int descriptionParses() const { return m_descriptionParses; }
     // Writes the current choice into the "src" of a description tree.
     void savePrivateSetting(QDomElement root);
     // Shows the choice stored in a description tree.
@@ -126,6 +133,22 @@ private:
     void findControls();
     void selectTag(int tag);
     void showFile(const QString &name);
+    QDomDocument workspaceDescription(const QString &path);
+    void keepDescription(const QDomDocument &document, const QString &path, const FileStamp &stamp,
+                         const QByteArray &bytes);
+    void keepLoadedDescription(const QDomElement &root, const QString &path, const FileStamp &stamp,
+                               const QByteArray &bytes);
+
+    // The workspace's description as this view last read or wrote it, with the file's stamp and
+    // the digest of its bytes then. A save while the file still holds those bytes edits this
+    // tree instead of parsing the file again, which takes long for a large description.
+    struct KeptDescription
+    {
+        QDomDocument document;
+        QString path;
+        FileStamp stamp;
+        ContentDigest digest;
+    };
 
     QPointer<QButtonGroup> m_mxtChoose;
     QPointer<QAbstractButton> m_btnBrowse;
@@ -139,4 +162,6 @@ private:
     QString m_bundlePath;
     std::unique_ptr<PluginSettingsInfo> m_settingsInfo;
     QStringList m_files;
+    std::optional<KeptDescription> m_kept;
+    int m_descriptionParses = 0;
 };

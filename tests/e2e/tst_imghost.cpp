@@ -18,6 +18,9 @@ private slots:
     void screenshotRunPrintsTheStopCode_data();
     void screenshotRunPrintsTheStopCode();
     void quitWhenShownReportsTheWindow();
+    void quitWhenPreviewLoadedReportsTheWindowAndThePreview_data();
+    void quitWhenPreviewLoadedReportsTheWindowAndThePreview();
+    void helpDescribesTheStartOptions();
     void missingBundleIsReported();
     void windowFitsTheScreenAtScaleFactorTwo();
 
@@ -72,6 +75,44 @@ void TestImgHost::quitWhenShownReportsTheWindow()
     QCOMPARE(host->exitCode(), 0);
     QCOMPARE(host->readAllStandardOutput(),
              QByteArray("window shown\nstop code: 0\ncloseMode: 0\nisCloseBundle: true\n"));
+}
+
+void TestImgHost::quitWhenPreviewLoadedReportsTheWindowAndThePreview_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("modal") << QStringList{};
+    QTest::newRow("modeless") << QStringList{"--modeless"};
+    QTest::newRow("with --quit-when-shown") << QStringList{"--quit-when-shown"};
+}
+
+void TestImgHost::quitWhenPreviewLoadedReportsTheWindowAndThePreview()
+{
+    QFETCH(QStringList, options);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    QProcess *host =
+        run(options + QStringList{"--workspace", ws, "--quit-when-preview-loaded"}, this);
+    QVERIFY(host->waitForFinished(120000));
+    QVERIFY2(host->exitCode() == 0, host->readAllStandardError().constData());
+    const QByteArray out = host->readAllStandardOutput();
+    // Each once, whatever came first; then the window closes with Cancel.
+    QCOMPARE(out.count("window shown\n"), 1);
+    QCOMPARE(out.count("preview loaded\n"), 1);
+    QVERIFY2(out.endsWith("stop code: 0\ncloseMode: 0\nisCloseBundle: true\n"), out.constData());
+    QCOMPARE(out.count('\n'), 5);
+    // The preview showed the workspace it was given.
+    QVERIFY(QFileInfo::exists(ws + "/index.html"));
+}
+
+void TestImgHost::helpDescribesTheStartOptions()
+{
+    QProcess *host = run({"--help"}, this);
+    QVERIFY(host->waitForFinished(60000));
+    QCOMPARE(host->exitCode(), 0);
+    const QByteArray out = host->readAllStandardOutput();
+    QVERIFY2(out.contains("--quit-when-shown"), out.constData());
+    QVERIFY2(out.contains("--quit-when-preview-loaded"), out.constData());
+    QVERIFY2(out.contains("preview loaded"), out.constData());
 }
 
 void TestImgHost::windowFitsTheScreenAtScaleFactorTwo()

@@ -100,6 +100,42 @@ private slots:
         QCOMPARE(m_preview->page()->url(), index);
     }
 
+    void rebuildIsDoneWhenItsForcedReloadHasFinished()
+    {
+        const QUrl index = QUrl::fromLocalFile(m_dir.filePath("index.html"));
+        QSignalSpy forced(m_preview->controller.get(), &PreviewController::reloadForced);
+        QSignalSpy done(m_preview->controller.get(), &PreviewController::rebuildDone);
+        m_preview->finishedUrls.clear();
+        bool isChange = true;
+        m_preview->controller->timerRepeat(isChange);
+        QVERIFY(done.wait(15000));
+        QCOMPARE(forced.count(), 1);
+        QVERIFY(!m_preview->controller->isNeedReload());
+        // Both loads have finished: the page's and the reload's.
+        QCOMPARE(m_preview->finishedUrls.count(index), 2);
+        settle(300); // nothing more comes
+        QCOMPARE(m_preview->finishedUrls.count(index), 2);
+        QCOMPARE(done.count(), 1);
+    }
+
+    void rebuildStartedDuringAReloadIsDoneOnlyAfterItsOwn()
+    {
+        QSignalSpy forced(m_preview->controller.get(), &PreviewController::reloadForced);
+        QSignalSpy done(m_preview->controller.get(), &PreviewController::rebuildDone);
+        bool isChange = true;
+        m_preview->controller->timerRepeat(isChange);
+        QVERIFY(forced.wait(15000));
+        // The first rebuild's reload is under way; a second rebuild takes over.
+        writeFile(m_dir.filePath("config.js"), configScript(77));
+        isChange = true;
+        m_preview->controller->timerRepeat(isChange);
+        QVERIFY(waitFor([&] { return forced.count() == 2 && done.count() >= 1; }, 15000));
+        settle(300);
+        QCOMPARE(done.count(), 1);
+        QCOMPARE(m_preview->js("document.getElementById('value').textContent").toString(),
+                 QStringLiteral("77"));
+    }
+
     void tickWithoutChangeDoesNothing()
     {
         QSignalSpy refreshed(m_preview->controller.get(), &PreviewController::refreshed);

@@ -84,6 +84,18 @@ private slots:
         QCOMPARE(state().value("left").toString(), QStringLiteral("30%"));
     }
 
+    void windowReportsEachRebuildOnceItsReloadHasFinished()
+    {
+        QSignalSpy loaded(m_delegate.get(), &PluginSettingsDelegate::previewLoaded);
+        QSignalSpy forced(m_preview, &PreviewController::reloadForced);
+        type("txtLeft", "20");
+        QVERIFY(loaded.wait(10000));
+        QCOMPARE(forced.count(), 1);
+        QCOMPARE(state().value("left").toString(), QStringLiteral("20%"));
+        settle(3 * 330); // ticks without edits report nothing
+        QCOMPARE(loaded.count(), 1);
+    }
+
     void webLinkOfThePreviewGoesToTheBrowser()
     {
         QSignalSpy refused(m_preview->page(), &PreviewPage::navigationRefused);

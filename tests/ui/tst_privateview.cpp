@@ -108,6 +108,10 @@ private slots:
     void choosingASourceEnablesItsControls();
     void typingInTheLinkSavesAfterEveryCharacterButNotWhenEmptied();
     void firstSaveWithoutWorkspaceDescriptionStartsFromTheBundles();
+    void savesEditTheTreeTheyLastReadOrWrote();
+    void descriptionChangedSinceTheLastSaveIsReadAgain_data();
+    void descriptionChangedSinceTheLastSaveIsReadAgain();
+    void descriptionDeclaringAnotherEncodingIsReadAgainAsBytes();
     void saveWritesTheChoiceIntoSrcExactly_data();
     void saveWritesTheChoiceIntoSrcExactly();
     void brokenWorkspaceDescriptionFallsBackToTheBundles_data();
@@ -351,6 +355,97 @@ void TestPrivateView::firstSaveWithoutWorkspaceDescriptionStartsFromTheBundles()
                         "http://example.com/p.png</src></extended></properties></info>"));
     // The bundle's own file is never written.
     QCOMPARE(srcOf(m_resources + "/data/img.xml"), QString());
+}
+
+void TestPrivateView::savesEditTheTreeTheyLastReadOrWrote()
+{
+    const QByteArray before("<info><opacity type=\"number\">1</opacity><properties><basic/>"
+                            "<extended><other a=\"1\" b=\"2\">x</other><src type=\"file\">"
+                            "</src></extended></properties></info>");
+    QVERIFY(writeAll(m_workspace + "/img.xml", before));
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    view->mxtChoose()->button(0)->click();
+    for (const char *link : {"http://a.example", "http://b.example/long", "http://c.example"}) {
+        view->txtLink()->setText(link);
+        QVERIFY(view->onSave());
+        // What a view that reads the file afresh writes from the same file.
+        Owner otherOwner;
+        auto fresh = makeView(m_dir->filePath("copy"), &otherOwner);
+        QVERIFY(writeAll(m_dir->filePath("copy/img.xml"), readAll(m_workspace + "/img.xml")));
+        fresh->mxtChoose()->button(0)->click();
+        fresh->txtLink()->setText(link);
+        const QByteArray written = readAll(m_workspace + "/img.xml");
+        QVERIFY(fresh->onSave());
+        QCOMPARE(written, readAll(m_dir->filePath("copy/img.xml")));
+        QCOMPARE(srcOf(m_workspace + "/img.xml"), QString::fromLatin1(link));
+    }
+    // The tree the display was loaded from served the first save, the saved one the others.
+    QCOMPARE(view->descriptionParses(), 0);
+    QCOMPARE(owner.saves, 3);
+}
+
+void TestPrivateView::descriptionChangedSinceTheLastSaveIsReadAgain_data()
+{
+    QTest::addColumn<QByteArray>("changed");
+    // As many bytes as before, written in place at once: the stamp may not move, the bytes do.
+    QTest::newRow("same size, in place")
+        << QByteArray("<info><properties><extended><other>2</other><src type=\"file\">a.png"
+                      "</src></extended></properties></info>");
+    QTest::newRow("another size") << QByteArray(
+        "<info><properties><extended><other>22</other><src type=\"file\">"
+        "a.png</src></extended></properties></info>");
+}
+
+void TestPrivateView::descriptionChangedSinceTheLastSaveIsReadAgain()
+{
+    QFETCH(QByteArray, changed);
+    QVERIFY(writeAll(m_workspace + "/img.xml",
+                     "<info><properties><extended><other>1</other><src type=\"file\">a.png"
+                     "</src></extended></properties></info>"));
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    view->mxtChoose()->button(1)->click();
+    view->txtFile()->setText("b.png");
+    QVERIFY(view->onSave());
+    QVERIFY(writeAll(m_workspace + "/img.xml", changed));
+    QVERIFY(view->onSave());
+    QCOMPARE(view->descriptionParses(), 1);
+    QByteArray expected = changed;
+    expected.replace("a.png", "b.png");
+    QCOMPARE(readAll(m_workspace + "/img.xml"), expected);
+    // Gone, then back: read again too.
+    QVERIFY(QFile::remove(m_workspace + "/img.xml"));
+    QVERIFY(view->onSave());
+    QCOMPARE(srcOf(m_workspace + "/img.xml"), QStringLiteral("b.png"));
+    QVERIFY(readAll(m_workspace + "/img.xml").contains("<left type=\"text\">10.0%</left>"));
+}
+
+void TestPrivateView::descriptionDeclaringAnotherEncodingIsReadAgainAsBytes()
+{
+    // Read as text the bytes are UTF-8; read as bytes they are what the declaration says.
+    const QByteArray before = QString("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><info>"
+                                      "<properties><extended><other>ä</other><src type=\"file\">"
+                                      "</src></extended></properties></info>")
+                                  .toUtf8();
+    QVERIFY(writeAll(m_workspace + "/img.xml", before));
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    view->mxtChoose()->button(0)->click();
+    view->txtLink()->setText("http://e.example");
+    QVERIFY(view->onSave());
+    QCOMPARE(view->descriptionParses(), 1);
+    QDomDocument document;
+    QVERIFY(document.setContent(before));
+    QDomElement src = document.documentElement()
+                          .firstChildElement("properties")
+                          .firstChildElement("extended")
+                          .firstChildElement("src");
+    src.appendChild(document.createTextNode("http://e.example"));
+    QString text;
+    QTextStream stream(&text);
+    document.documentElement().save(stream, -1);
+    QCOMPARE(readAll(m_workspace + "/img.xml"), text.toUtf8());
 }
 
 void TestPrivateView::saveWritesTheChoiceIntoSrcExactly_data()
