@@ -30,6 +30,8 @@
 // Run them under xvfb-run (the window holds a web view).
 
 #include "pluginsettingsdelegate.h"
+#include "previewcontroller.h"
+#include "previewpage.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -294,12 +296,22 @@ int soak(int edits)
         return 1;
     QWebEngineView *view = w.delegate->webView();
     const qint64 self = QCoreApplication::applicationPid();
-    const auto report = [&](int done) {
-        std::printf("%6d edits: resident %7.1f MiB, peak %7.1f MiB, web view history %d "
-                    "entries\n",
-                    done, double(residentKiBOf(self)) / 1024.0, double(peakKiBOf(self)) / 1024.0,
-                    view ? view->history()->count() : -1);
+    int pages = 0;
+    if (PreviewController *preview = w.delegate->previewController())
+        QObject::connect(preview, &PreviewController::pageRenewed, [&pages] { ++pages; });
+    const auto report = [&](int done, const char *when) {
+        std::printf("%6d edits%s: resident %7.1f MiB, peak %7.1f MiB, web view history %d "
+                    "entries, %d new pages\n",
+                    done, when, double(residentKiBOf(self)) / 1024.0,
+                    double(peakKiBOf(self)) / 1024.0, view ? view->history()->count() : -1, pages);
         std::fflush(stdout);
+    };
+    // Both ends of the count are taken once the typing has paused and the last rebuild has
+    // settled: a figure taken amid a rebuild holds its loads.
+    const auto settled = [&](int done) {
+        QTest::qWait(1500);
+        report(done, " (settled)");
+        return residentKiBOf(self);
     };
     // A first stretch warms everything up; growth is counted from its end.
     const int warmUp = std::min(500, edits);
@@ -311,16 +323,14 @@ int soak(int edits)
         QCoreApplication::processEvents();
         const int done = i + 1;
         if (done == warmUp)
-            residentAfterWarmUp = residentKiBOf(self);
-        if (done == warmUp || done % 1000 == 0 || done == edits)
-            report(done);
+            residentAfterWarmUp = settled(done);
+        else if (done % 1000 == 0 && done != edits)
+            report(done, "");
     }
-    // The last rebuild settles before the last figure.
-    QTest::qWait(1500);
-    report(edits);
+    const long residentAtEnd = settled(edits);
     std::printf("growth after the first %d edits: %.1f MiB resident over %d edits in %.0f s "
                 "(goal: less than 5 MB)\n",
-                warmUp, double(residentKiBOf(self) - residentAfterWarmUp) / 1024.0, edits - warmUp,
+                warmUp, double(residentAtEnd - residentAfterWarmUp) / 1024.0, edits - warmUp,
                 double(clock.elapsed()) / 1000.0);
     w.delegate->onCancel();
     return 0;

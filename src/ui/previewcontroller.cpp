@@ -32,13 +32,40 @@ PreviewController::PreviewController(QWebEngineView *view, QObject *parent)
     // same URLs, so nothing may be answered from a cache. A profile without an HTTP cache does
     // that for every load; the forced reload after each load also bypasses the page's own.
     m_profile->setHttpCacheType(QWebEngineProfile::NoCache);
-    m_page = new PreviewPage(m_profile, this);
-    // The plugin's image may be a web link; the workspace page must be allowed to show it.
-    // Navigations away from the page are still decided by PreviewPage.
-    m_page->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
-    connect(m_page, &QWebEnginePage::loadingChanged, this, &PreviewController::onLoadingChanged);
+    m_page = makePage();
     if (m_view)
         m_view->setPage(m_page);
+}
+
+PreviewPage *PreviewController::makePage()
+{
+    auto *page = new PreviewPage(m_profile, this);
+    // The plugin's image may be a web link; the workspace page must be allowed to show it.
+    // Navigations away from the page are still decided by PreviewPage.
+    page->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    page->setIgnoreOpenURL(m_ignoreOpenURL);
+    if (m_languageScript)
+        page->scripts().insert(*m_languageScript);
+    connect(page, &QWebEnginePage::loadingChanged, this, &PreviewController::onLoadingChanged);
+    return page;
+}
+
+// The engine keeps some state of every load a page has had: under a busy main thread, when
+// rebuilds cut one another's loads short, a page grows by some 40 KB per rebuild and never gives
+// it back. A new page now and then, put in while the view is hidden and before its empty
+// document, holds the process at its size through a long session.
+void PreviewController::renewPageIfDue()
+{
+    if (++m_rebuildsOnPage <= m_rebuildsPerPage)
+        return;
+    m_rebuildsOnPage = 1;
+    PreviewPage *old = m_page;
+    m_page = makePage();
+    if (m_view)
+        m_view->setPage(m_page);
+    delete old;
+    qCDebug(lcPreview) << "new page";
+    emit pageRenewed(m_page);
 }
 
 PreviewController::~PreviewController()
@@ -51,7 +78,8 @@ PreviewController::~PreviewController()
 
 void PreviewController::setIgnoreOpenURL(std::function<bool()> provider)
 {
-    m_page->setIgnoreOpenURL(std::move(provider));
+    m_ignoreOpenURL = std::move(provider);
+    m_page->setIgnoreOpenURL(m_ignoreOpenURL);
 }
 
 void PreviewController::setPageLanguage(const QString &languageTag,
@@ -72,6 +100,7 @@ void PreviewController::setPageLanguage(const QString &languageTag,
     for (const QWebEngineScript &old : scripts.find(script.name()))
         scripts.remove(old);
     scripts.insert(script);
+    m_languageScript = script; // for the pages that follow
 }
 
 void PreviewController::timerRepeat(bool &isChange)
@@ -88,9 +117,11 @@ void PreviewController::refreshPreview()
     if (m_view) {
         m_view->hide();
         m_view->stop();
+        renewPageIfDue();
         m_view->show();
     } else {
         m_page->triggerAction(QWebEnginePage::Stop);
+        renewPageIfDue();
     }
     m_page->loadEmptyPage();
     // A reload of an earlier rebuild that is still under way no longer ends anything.

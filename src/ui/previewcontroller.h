@@ -4,8 +4,10 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QWebEngineScript>
 
 #include <functional>
+#include <optional>
 
 class PreviewPage;
 class QWebEngineLoadingInfo;
@@ -33,9 +35,13 @@ public:
     // and its own messages, keyed "none", "broken" and "nosettings". Applies from the next load.
     void setPageLanguage(const QString &languageTag, const QHash<QString, QString> &texts);
 
+    // The page in the view. Every rebuildsPerPage() rebuilds a rebuild starts on a new one (see
+    // renewPageIfDue), so hold it no longer than a rebuild.
     PreviewPage *page() const { return m_page; }
     QWebEngineProfile *profile() const { return m_profile; }
     bool isNeedReload() const { return m_isNeedReload; }
+    int rebuildsPerPage() const { return m_rebuildsPerPage; }
+    void setRebuildsPerPage(int rebuilds) { m_rebuildsPerPage = qMax(1, rebuilds); }
 
     // The timer's action: rebuilds once if isChange is set and clears it, so that any number of
     // changes within one tick cost one rebuild.
@@ -53,6 +59,8 @@ public slots:
 signals:
     // A rebuild has started (refreshPreview ran).
     void refreshed();
+    // A rebuild has put a new page into the view; the old one is deleted.
+    void pageRenewed(PreviewPage *page);
     // The forced reload of a rebuild has been issued.
     void reloadForced();
     // A rebuild's loads are over: the load that took the forced reload has finished, and so has
@@ -60,11 +68,17 @@ signals:
     void rebuildDone();
 
 private:
+    PreviewPage *makePage();
+    void renewPageIfDue();
     void onLoadingChanged(const QWebEngineLoadingInfo &info);
 
     QPointer<QWebEngineView> m_view;
     QWebEngineProfile *m_profile = nullptr;
     PreviewPage *m_page = nullptr;
+    std::function<bool()> m_ignoreOpenURL;
+    std::optional<QWebEngineScript> m_languageScript;
+    int m_rebuildsPerPage = 50;
+    int m_rebuildsOnPage = 0;
     QString m_workSpace;
     bool m_isNeedReload = false;
     bool m_isReloading = false; // the forced reload was issued and has not finished yet

@@ -117,12 +117,20 @@ struct PreviewWindow
         layout->addWidget(view);
         controller = std::make_unique<PreviewController>(view);
         controller->profile()->setUrlRequestInterceptor(&interceptor);
-        QObject::connect(controller->page(), &QWebEnginePage::loadingChanged,
+        recordLoads(controller->page());
+        // A page that takes over is recorded the same way.
+        QObject::connect(controller.get(), &PreviewController::pageRenewed,
+                         [this](PreviewPage *page) { recordLoads(page); });
+        window.show();
+    }
+
+    void recordLoads(PreviewPage *page)
+    {
+        QObject::connect(page, &QWebEnginePage::loadingChanged,
                          [this](const QWebEngineLoadingInfo &info) {
                              if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus)
                                  finishedUrls.append(info.url());
                          });
-        window.show();
     }
     ~PreviewWindow() { controller.reset(); }
 

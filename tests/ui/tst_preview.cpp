@@ -1,8 +1,11 @@
 #include "previewtesting.h"
 #include "testenv.h"
 
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWebEngineScriptCollection>
+#include <QWebEngineSettings>
 #include <QtTest>
 
 using namespace PreviewTesting;
@@ -134,6 +137,59 @@ private slots:
         QCOMPARE(done.count(), 1);
         QCOMPARE(m_preview->js("document.getElementById('value').textContent").toString(),
                  QStringLiteral("77"));
+    }
+
+    // Every few rebuilds a new page takes over, as the old one would keep growing; the new one
+    // must be the old one again in everything but its history.
+    void newPageTakesOverWithEverythingTheOldOneHad()
+    {
+        PreviewController &controller = *m_preview->controller;
+        QCOMPARE(controller.rebuildsPerPage(), 50);
+        controller.setRebuildsPerPage(2);
+        controller.setPageLanguage(QStringLiteral("de"), {{QStringLiteral("none"), "Kein Bild"}});
+        int asked = 0;
+        controller.setIgnoreOpenURL([&] {
+            ++asked;
+            return false;
+        });
+        qRegisterMetaType<PreviewPage *>();
+        QSignalSpy renewed(&controller, &PreviewController::pageRenewed);
+        QPointer<PreviewPage> first = controller.page();
+        QVERIFY(m_preview->rebuild());
+        QVERIFY(m_preview->rebuild());
+        QCOMPARE(renewed.count(), 0);
+        QCOMPARE(controller.page(), first.data());
+
+        writeFile(m_dir.filePath("config.js"), configScript(42));
+        QVERIFY(m_preview->rebuild());
+        QCOMPARE(renewed.count(), 1);
+        QVERIFY(first.isNull()); // the old page is gone, its loads with it
+        PreviewPage *page = controller.page();
+        QCOMPARE(renewed.at(0).at(0).value<PreviewPage *>(), page);
+        QCOMPARE(m_preview->view->page(), page);
+        QCOMPARE(page->profile(), controller.profile());
+        QVERIFY(
+            page->settings()->testAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls));
+        QCOMPARE(page->scripts().find(QStringLiteral("img-preview-language")).size(), 1);
+        QCOMPARE(page->scripts().find(QStringLiteral("img-written-links")).size(), 1);
+        const QUrl index = QUrl::fromLocalFile(m_dir.filePath("index.html"));
+        QCOMPARE(page->url(), index);
+        QCOMPARE(m_preview->js("document.getElementById('value').textContent").toString(),
+                 QStringLiteral("42"));
+        QCOMPARE(m_preview->js("window.imgPreviewTexts.lang").toString(), QStringLiteral("de"));
+
+        // The owner's answer still decides where the page's links go.
+        QSignalSpy refused(page, &PreviewPage::navigationRefused);
+        page->runJavaScript("location.href = 'https://example.invalid/renewed';");
+        QVERIFY(refused.wait(10000));
+        QCOMPARE(asked, 1);
+        QCOMPARE(m_recorder->urls, QList<QUrl>{QUrl("https://example.invalid/renewed")});
+
+        // The new page serves its own count of rebuilds.
+        QVERIFY(m_preview->rebuild());
+        QCOMPARE(renewed.count(), 1);
+        QVERIFY(m_preview->rebuild());
+        QCOMPARE(renewed.count(), 2);
     }
 
     void tickWithoutChangeDoesNothing()
