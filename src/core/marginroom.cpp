@@ -1,8 +1,7 @@
 #include "marginroom.h"
 
+#include "onedecimal.h"
 #include "positionrect.h"
-
-#include <QString>
 
 #include <cmath>
 
@@ -14,7 +13,7 @@ long long tenths(float value)
 {
     if (!std::isfinite(value))
         return std::isinf(value) && value > 0 ? 1000 : 0;
-    return std::llround(QString::asprintf("%.1f", double(value)).toDouble() * 10.0);
+    return OneDecimal::tenths(value);
 }
 
 } // namespace
