@@ -1,10 +1,9 @@
 #include "marginroom.h"
 
+#include "onedecimal.h"
 #include "positionrect.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -14,15 +13,11 @@ long long tenths(float value)
 {
     if (!std::isfinite(value))
         return std::isinf(value) && value > 0 ? 1000 : 0;
-    // Every drag step and keystroke judges four values: printed on the stack, not through a
-    // QString, then read back as whole tenths.
-    // Far beyond any page, the count of tenths is kept within what a long long holds.
+    // Far beyond any page the count of tenths is kept within what a long long holds.
     constexpr double beyond = 1e15;
     if (std::fabs(value) > beyond)
         return std::llround(std::copysign(beyond, double(value)));
-    char text[64]; // the longest float prints 41 characters this way
-    std::snprintf(text, sizeof text, "%.1f", double(value));
-    return std::llround(std::strtod(text, nullptr) * 10.0);
+    return OneDecimal::tenths(value);
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "marginroom.h"
 #include "modetimer.h"
 #include "numbertext.h"
+#include "onedecimal.h"
 #include "pluginsettingsinfo.h"
 #include "positionfile.h"
 #include "positionview.h"
@@ -148,7 +149,7 @@ void showNumber(QLineEdit *field, float value)
 {
     if (!field)
         return;
-    const QString text = oneDecimal(value);
+    const QString text = OneDecimal::text(value);
     if (field->text() != text)
         field->setText(text);
 }
@@ -916,6 +917,11 @@ void PluginSettingsDelegate::onChangePositionView()
 void PluginSettingsDelegate::showMarginRoom()
 {
     const MarginRoom room = MarginRoom::of(*ptRect);
+    // Every drag step comes here, and a pair's room seldom changes within one: the marks are
+    // touched only when it does.
+    if (m_shownRoom == room)
+        return;
+    m_shownRoom = room;
     const QString across = QStringLiteral(
         "The left and right margins add up to 100 % or more: the image has no width left on the "
         "page.");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "marginroom.h"
 #include "positionhistory.h"
 #include "positionrect.h"
 #include "postionviewdelete.h"
@@ -244,6 +245,8 @@ private:
     QAction *m_undoAction = nullptr;      // children of the window
     QAction *m_redoAction = nullptr;
     bool m_selectingLayer = false; // the layer is set from code, not chosen
+    // The room the margin fields' marks show; no field is marked before the first check.
+    MarginRoom m_shownRoom;
     // The preview on iWebView: its page, navigation policy and the pending forced reload.
     PreviewController *m_preview = nullptr;  // a child of this controller
     ImageDropTarget *m_dropTarget = nullptr; // a child of the window

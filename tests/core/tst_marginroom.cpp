@@ -33,10 +33,11 @@ void TestMarginRoom::pairs_data()
     QTest::newRow("values reading 49.9 and 50.0 leave a tenth") << 49.94f << 50.04f << false;
     QTest::newRow("a negative margin gives room back") << -10.0f << 105.0f << false;
     QTest::newRow("an endless margin leaves none") << inf << 0.0f << true;
-    // 0.25 and 99.75 are exact in binary and print by the round-half-to-even rule, as the fields
-    // and the position file show them: 0.2 and 99.8 leave no room, 0.2 and 99.7 a tenth.
-    QTest::newRow("an exact tie reads as the even tenth") << 0.25f << 99.75f << true;
-    QTest::newRow("an exact tie below reads as the even tenth") << 0.25f << 99.7f << false;
+    // 0.25 is exact in binary; the fields and the position file show it as 0.3, halves rounded
+    // away from zero: with 99.7 it leaves no room, with 99.6 a tenth.
+    QTest::newRow("an exact tie reads as the fields show it") << 0.25f << 99.7f << true;
+    QTest::newRow("an exact tie with a tenth to spare") << 0.25f << 99.6f << false;
+    QTest::newRow("a negative exact tie reads away from zero") << -0.25f << 100.2f << false;
     QTest::newRow("a huge margin leaves none") << 1e30f << 0.0f << true;
     QTest::newRow("the largest margin leaves none")
         << std::numeric_limits<float>::max() << 0.0f << true;

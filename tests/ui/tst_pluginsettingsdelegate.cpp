@@ -24,6 +24,7 @@
 #include <QMimeData>
 #include <QProcess>
 #include <QPushButton>
+#include <QSet>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -64,6 +65,7 @@ private slots:
     void dragStepTouchesOnlyTheFieldsThatChange_data();
     void dragStepTouchesOnlyTheFieldsThatChange();
     void dragSnappedToTheCentreSavesEqualMargins();
+    void dragStepsShowTheMarginsAndSaveThemOnRelease();
     void chosenImageShowsOnTheCanvas();
     void fitToImageIsSavedLikeAnyEdit();
     void marginsWithoutRoomAreMarkedAndStillSaved_data();
@@ -612,6 +614,62 @@ void TestPluginSettingsDelegate::dragSnappedToTheCentreSavesEqualMargins()
     QCOMPARE(saved.value(0), saved.value(2));
     QCOMPARE(saved.value(0), leftField->text().toUtf8());
     QCOMPARE(saved.value(1), QByteArray("30.0"));
+    delegate->onCancel();
+}
+
+// Every step of a drag shows the record's four margins in the fields exactly as the position file
+// writes them, and the release saves the record in the file's own form, nothing before it.
+void TestPluginSettingsDelegate::dragStepsShowTheMarginsAndSaveThemOnRelease()
+{
+    const QString ws = m_tmp.filePath("dragsteps");
+    writeFile(ws + "/settings.dat", "21.3\n30.0\n40.0\n30.0\n12.5\n1");
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(ws);
+    QDialog *window = delegate->window();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window));
+    PositionView *canvas = delegate->positionView();
+    canvas->repaint();
+    VelEditView *box = canvas->editView();
+    QVERIFY(box->isVisible());
+    const QList<QLineEdit *> fields = {
+        window->findChild<QLineEdit *>("txtLeft"), window->findChild<QLineEdit *>("txtTop"),
+        window->findChild<QLineEdit *>("txtRight"), window->findChild<QLineEdit *>("txtBottom")};
+    const PositionRect *record = canvas->positionRect();
+    const auto fileText = [](float value) {
+        return QString::asprintf("%.1f", double(value));
+    };
+    const QByteArray before = readFile(ws + "/settings.dat");
+    const QPoint start = box->mapTo(window, box->rect().center());
+    QTest::mousePress(box, Qt::LeftButton, {}, box->mapFrom(window, start));
+    QPoint pointer = start;
+    QSet<QString> leftTexts;
+    // Right and down one point a step, then back: the box keeps moving and the shown decimals
+    // change on most steps.
+    for (int step = 0; step < 60; ++step) {
+        const int d = step < 30 ? step + 1 : 59 - step;
+        pointer = start + QPoint(d, d / 2);
+        QTest::mouseMove(box, box->mapFrom(window, pointer));
+        const QList<float> margins = {record->left(), record->top(), record->right(),
+                                      record->bottom()};
+        for (int i = 0; i < fields.size(); ++i)
+            QCOMPARE(fields[i]->text(), fileText(margins[i]));
+        leftTexts.insert(fields[0]->text());
+    }
+    QVERIFY(leftTexts.size() > 10);
+    QCOMPARE(readFile(ws + "/settings.dat"), before); // saved on release only
+    QTest::mouseRelease(box, Qt::LeftButton, {}, box->mapFrom(window, pointer));
+    const QByteArray saved = readFile(ws + "/settings.dat");
+    QCOMPARE(saved, QString::asprintf("%.1f\n%.1f\n%.1f\n%.1f\n%.1f\n%i", double(record->left()),
+                                      double(record->top()), double(record->right()),
+                                      double(record->bottom()), double(record->transparency()),
+                                      record->layer())
+                        .toUtf8());
+    const QList<QByteArray> lines = saved.split('\n');
+    for (int i = 0; i < fields.size(); ++i)
+        QCOMPARE(fields[i]->text().toUtf8(), lines.value(i));
+    QCOMPARE(lines.value(4), QByteArray("12.5"));
     delegate->onCancel();
 }
 

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+// A position value as the fields, the position file and the room check write it: one decimal,
+// a point as the decimal mark, halves rounded away from zero, "%.1f" as QString::asprintf writes
+// it. A drag shows four margins on every step, so the common case is worked out with integer
+// arithmetic rather than through a formatter; the result is the same to the character.
+namespace OneDecimal {
+
+// The number the text shows, in tenths ("12.4" is 124). Not for values that are not finite.
+long long tenths(float value);
+// The text itself, as QString::asprintf("%.1f", double(value)) gives it.
+QString text(float value);
+
+} // namespace OneDecimal
