@@ -5,7 +5,10 @@
 // the page (the load and the forced reload).
 // Measured twice: the preview controller alone (a config change and the change flag), and the real
 // settings window (the left margin typed into its field).
-//   preview_bench [edits] [--controller-only]     run under xvfb-run; nothing leaves the machine
+//   preview_bench [edits] [--controller-only] [--new-page-every N]
+//                        run under xvfb-run; nothing leaves the machine. --new-page-every sets
+//                        how many rebuilds a page serves before a new one takes over (what a
+//                        rebuild that changes pages costs shows with 1).
 
 #include "pluginsettingsdelegate.h"
 #include "previewcontroller.h"
@@ -31,6 +34,9 @@
 #include <functional>
 
 namespace {
+
+// How many rebuilds a preview page serves; 0 keeps the controller's own count.
+int rebuildsPerPage = 0;
 
 // Runs a real event loop until pred holds. QTest::qWaitFor sleeps between its passes, which starves
 // the web engine's message pump and would add seconds to every load.
@@ -144,21 +150,28 @@ double pageLoadMedian(QWebEnginePage *page, const QUrl &index)
 
 // Makes edits at random moments of the tick; edit(left) must change the left margin to left and
 // let the preview know, as a save does.
-Latency measureEdits(QWebEnginePage *page, const QUrl &index, int edits,
+Latency measureEdits(PreviewController *controller, const QUrl &index, int edits,
                      const std::function<void(int)> &edit)
 {
     Latency result;
-    result.load = pageLoadMedian(page, index);
+    result.load = pageLoadMedian(controller->page(), index);
 
     // The handler only notes the time: the page is asked afterwards, outside the engine's signal.
+    // A page that takes over in a rebuild is watched from then on.
     QElapsedTimer clock;
     std::vector<double> finishes;
-    QMetaObject::Connection watching = QObject::connect(
-        page, &QWebEnginePage::loadingChanged, [&](const QWebEngineLoadingInfo &info) {
-            if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus &&
-                info.url() == index && clock.isValid())
-                finishes.push_back(double(clock.nsecsElapsed()) / 1e6);
-        });
+    const auto watch = [&](QWebEnginePage *page) {
+        return QObject::connect(
+            page, &QWebEnginePage::loadingChanged, [&](const QWebEngineLoadingInfo &info) {
+                if (info.status() == QWebEngineLoadingInfo::LoadSucceededStatus &&
+                    info.url() == index && clock.isValid())
+                    finishes.push_back(double(clock.nsecsElapsed()) / 1e6);
+            });
+    };
+    QMetaObject::Connection watching = watch(controller->page());
+    const QMetaObject::Connection renewing =
+        QObject::connect(controller, &PreviewController::pageRenewed,
+                         [&](PreviewPage *page) { watching = watch(page); });
 
     QRandomGenerator random(7);
     for (int i = 0; i < edits; ++i) {
@@ -174,7 +187,7 @@ Latency measureEdits(QWebEnginePage *page, const QUrl &index, int edits,
             [&] {
                 while (checked < finishes.size()) {
                     const double at = finishes[checked++];
-                    if (reportedLeft(page) != expectedLeft)
+                    if (reportedLeft(controller->page()) != expectedLeft)
                         continue;
                     if (firstReport < 0)
                         firstReport = at;
@@ -192,6 +205,7 @@ Latency measureEdits(QWebEnginePage *page, const QUrl &index, int edits,
         settle(50);
     }
     QObject::disconnect(watching);
+    QObject::disconnect(renewing);
     return result;
 }
 
@@ -225,6 +239,8 @@ Latency controllerAlone(const QString &workspace, int edits)
     view.resize(420, 540);
     PreviewController controller(&view);
     controller.setWorkSpace(workspace);
+    if (rebuildsPerPage > 0)
+        controller.setRebuildsPerPage(rebuildsPerPage);
     view.show();
 
     bool isChange = false;
@@ -234,7 +250,7 @@ Latency controllerAlone(const QString &workspace, int edits)
     repeatTimer.start();
 
     const QUrl index = QUrl::fromLocalFile(QDir(workspace).filePath(QStringLiteral("index.html")));
-    return measureEdits(controller.page(), index, edits, [&](int left) {
+    return measureEdits(&controller, index, edits, [&](int left) {
         writeConfig(workspace, left);
         isChange = true;
     });
@@ -253,12 +269,14 @@ Latency settingsWindow(const QString &workspace, int edits)
     QLineEdit *field = window ? window->findChild<QLineEdit *>(QStringLiteral("txtLeft")) : nullptr;
     if (!preview || !field)
         qFatal("the settings window has no preview or no left margin field");
+    if (rebuildsPerPage > 0)
+        preview->setRebuildsPerPage(rebuildsPerPage);
     window->show();
     const QUrl index = QUrl::fromLocalFile(QDir(workspace).filePath(QStringLiteral("index.html")));
     if (!waitFor([&] { return preview->page()->url() == index && !preview->isNeedReload(); },
                  30000))
         qFatal("the settings window does not show its preview");
-    return measureEdits(preview->page(), index, edits, [&](int left) {
+    return measureEdits(preview, index, edits, [&](int left) {
         field->setFocus();
         field->selectAll();
         QTest::keyClicks(field, QString::number(left));
@@ -272,6 +290,9 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     const QStringList args = app.arguments();
     const int edits = args.size() > 1 && args.at(1).toInt() > 0 ? args.at(1).toInt() : 50;
+    const qsizetype every = args.indexOf(QStringLiteral("--new-page-every"));
+    if (every > 0)
+        rebuildsPerPage = args.value(every + 1).toInt();
 
     // Backups and workspaces of this run stay inside one temporary folder.
     QTemporaryDir root;

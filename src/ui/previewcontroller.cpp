@@ -14,6 +14,10 @@
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 Q_LOGGING_CATEGORY(lcPreview, "img.preview", QtWarningMsg)
 
 namespace {
@@ -50,10 +54,10 @@ PreviewPage *PreviewController::makePage()
     return page;
 }
 
-// The engine keeps some state of every load a page has had: under a busy main thread, when
-// rebuilds cut one another's loads short, a page grows by some 40 KB per rebuild and never gives
-// it back. A new page now and then, put in while the view is hidden and before its empty
-// document, holds the process at its size through a long session.
+// The engine keeps some state of every load a page has had: while an author types, a page grows
+// by some 40 KB per rebuild and never gives it back. A new page now and then, put in while the
+// view is hidden and before its empty document, holds the process at its size through a long
+// session; the heap's freed pages go back to the system with the old page.
 void PreviewController::renewPageIfDue()
 {
     if (++m_rebuildsOnPage <= m_rebuildsPerPage)
@@ -64,6 +68,9 @@ void PreviewController::renewPageIfDue()
     if (m_view)
         m_view->setPage(m_page);
     delete old;
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
     qCDebug(lcPreview) << "new page";
     emit pageRenewed(m_page);
 }

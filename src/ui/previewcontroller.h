@@ -77,7 +77,7 @@ private:
     PreviewPage *m_page = nullptr;
     std::function<bool()> m_ignoreOpenURL;
     std::optional<QWebEngineScript> m_languageScript;
-    int m_rebuildsPerPage = 50;
+    int m_rebuildsPerPage = 25;
     int m_rebuildsOnPage = 0;
     QString m_workSpace;
     bool m_isNeedReload = false;

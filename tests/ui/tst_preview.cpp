@@ -144,7 +144,7 @@ private slots:
     void newPageTakesOverWithEverythingTheOldOneHad()
     {
         PreviewController &controller = *m_preview->controller;
-        QCOMPARE(controller.rebuildsPerPage(), 50);
+        QCOMPARE(controller.rebuildsPerPage(), 25);
         controller.setRebuildsPerPage(2);
         controller.setPageLanguage(QStringLiteral("de"), {{QStringLiteral("none"), "Kein Bild"}});
         int asked = 0;
