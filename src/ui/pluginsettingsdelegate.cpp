@@ -541,11 +541,13 @@ void PluginSettingsDelegate::saveGlobalSettings()
     if (!_workSpace.isEmpty() && FileOps::isDir(_workSpace)) {
         // The layer choice is read only here: choosing a layer alone is saved with the next save.
         ptRect->setLayer(chosenLayer());
-        const bool saved =
-            ptRect->saveToFile(QDir(_workSpace).filePath(QStringLiteral("settings.dat")));
+        // What saveToFile() writes, formatted once: the script takes its position from the same
+        // text, read as a reader of the file would.
+        const QByteArray text = ptRect->toText();
+        const bool saved = FileOps::writeAtomically(
+            QDir(_workSpace).filePath(QStringLiteral("settings.dat")), text);
         previewFiles().refreshPage();
-        // The script takes its position from the file just written, read as a reader would.
-        previewFiles().writeScript(saved ? PositionFile::parse(QString::fromUtf8(ptRect->toText()))
+        previewFiles().writeScript(saved ? PositionFile::parse(QString::fromUtf8(text))
                                          : std::nullopt);
     }
     isChange = true;
