@@ -32,6 +32,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QFont>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
@@ -346,9 +347,16 @@ void PluginSettingsDelegate::wireOutlets()
 {
     for (QLineEdit *field : {txtLeft.data(), txtTop.data(), txtRight.data(), txtBottom.data(),
                              txtTransparency.data()}) {
-        if (field)
-            connect(field, &QLineEdit::textEdited, this,
-                    [this, field] { controlTextDidChange(field); });
+        if (!field)
+            continue;
+        connect(field, &QLineEdit::textEdited, this,
+                [this, field] { controlTextDidChange(field); });
+        // The fields hold digits, a sign and a decimal mark, which need no shaping; a drag sets
+        // them on every step. Only the strategy is set: family and size still come from the
+        // window.
+        QFont digits;
+        digits.setStyleStrategy(QFont::PreferNoShaping);
+        field->setFont(digits);
     }
     if (sldTrans)
         connect(sldTrans, &QSlider::valueChanged, this, &PluginSettingsDelegate::onTransparency);

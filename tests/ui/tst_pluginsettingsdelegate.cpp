@@ -66,6 +66,7 @@ private slots:
     void dragStepTouchesOnlyTheFieldsThatChange();
     void dragSnappedToTheCentreSavesEqualMargins();
     void dragStepsShowTheMarginsAndSaveThemOnRelease();
+    void numberFieldsSkipShapingAndKeepTheWindowsFont();
     void chosenImageShowsOnTheCanvas();
     void fitToImageIsSavedLikeAnyEdit();
     void marginsWithoutRoomAreMarkedAndStillSaved_data();
@@ -619,6 +620,27 @@ void TestPluginSettingsDelegate::dragSnappedToTheCentreSavesEqualMargins()
 
 // Every step of a drag shows the record's four margins in the fields exactly as the position file
 // writes them, and the release saves the record in the file's own form, nothing before it.
+// The number fields are set on every drag step; they spare the text shaping that digits do not
+// need, and still take their family and size from the window, also when the window's changes.
+void TestPluginSettingsDelegate::numberFieldsSkipShapingAndKeepTheWindowsFont()
+{
+    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    QVERIFY(delegate);
+    delegate->setWorkSpace(m_tmp.filePath("fonts"));
+    QDialog *window = delegate->window();
+    QFont larger = window->font();
+    larger.setPointSize(larger.pointSize() + 7);
+    window->setFont(larger);
+    for (const char *name : {"txtLeft", "txtTop", "txtRight", "txtBottom", "txtTransparency"}) {
+        auto *field = window->findChild<QLineEdit *>(name);
+        QVERIFY2(field, name);
+        QVERIFY2(field->font().styleStrategy() & QFont::PreferNoShaping, name);
+        QCOMPARE(field->font().family(), larger.family());
+        QCOMPARE(field->font().pointSize(), larger.pointSize());
+    }
+    delegate->onCancel();
+}
+
 void TestPluginSettingsDelegate::dragStepsShowTheMarginsAndSaveThemOnRelease()
 {
     const QString ws = m_tmp.filePath("dragsteps");
