@@ -73,6 +73,10 @@ public:
 
     QMutex mutex;
     QWaitCondition stateChanged;
+    // Changes about to be made that wait for the lock: the image gives them the lock before it
+    // copies its next entry, so that a save never queues behind the whole image.
+    std::atomic<int> changesWaiting{0};
+    QWaitCondition changesDone;
     State state = State::Unavailable;
     bool started = false;
     bool failed = false;
@@ -210,9 +214,12 @@ void SettingsBackup::Private::preservePath(const QString &path)
     const QByteArray native = BackupFolder::nativeAbsolute(path);
     if (workSpace.isEmpty() || !native.startsWith(workSpace + '/'))
         return;
+    ++changesWaiting;
     const QMutexLocker lock(&mutex);
     if (started && state == State::Capturing && !stop)
         preserveLocked(native.mid(workSpace.size() + 1));
+    if (--changesWaiting == 0)
+        changesDone.wakeAll();
 }
 
 void SettingsBackup::Private::run()
@@ -236,7 +243,9 @@ void SettingsBackup::Private::run()
         }
         for (const QByteArray &name : std::as_const(names)) {
             const QByteArray rel = folder.isEmpty() ? name : folder + '/' + name;
-            const QMutexLocker lock(&mutex);
+            QMutexLocker lock(&mutex);
+            while (changesWaiting > 0 && !stop)
+                changesDone.wait(&mutex, 50); // the timeout only guards against a lost wake
             if (stop)
                 break;
             if (!handled.contains(rel))
