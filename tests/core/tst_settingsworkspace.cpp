@@ -324,6 +324,13 @@ void TestSettingsWorkspace::savedPositionWritesWhatReadingItBackWrites()
     }
     QVERIFY(scripts[0].startsWith("\xef\xbb\xbfvar config={"));
     QCOMPARE(scripts[1], scripts[0]);
+
+    // The position handed over is the one written: the file is not read when one is given.
+    const QString ws = tmp.filePath("passed");
+    writeFile(ws + "/settings.dat", "1.0\n2.0\n3.0\n4.0\n5.0\n2");
+    SettingsWorkspace::PreviewFiles files(ws, bundle);
+    QVERIFY(files.writeScript(PositionFile::parse(QString::fromUtf8(rect.toText()))));
+    QCOMPARE(readFile(ws + "/config.js"), scripts[0]);
 }
 
 void TestSettingsWorkspace::keptDescriptionIsReadAgainUntilSettled()
