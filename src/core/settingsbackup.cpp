@@ -79,6 +79,12 @@ public:
     QWaitCondition changesDone;
     State state = State::Unavailable;
     bool started = false;
+    // While held, the image copies nothing more than entriesBeforeHold entries until proceed()
+    // or the deadline.
+    bool held = false;
+    qint64 entriesBeforeHold = 0;
+    QDeadlineTimer holdUntil;
+    QWaitCondition holdEnded;
     bool failed = false;
     std::atomic<bool> stop{false};
     std::thread worker;
@@ -105,6 +111,8 @@ public:
     }
 
     bool takeRoot();
+    void waitWhileHeldLocked();
+    void endHold();
     TreeCopy::Result takeLocked(const QByteArray &rel);
     void takeSubtreeLocked(const QByteArray &rel);
     void preserveLocked(const QByteArray &rel);
@@ -222,6 +230,22 @@ void SettingsBackup::Private::preservePath(const QString &path)
         changesDone.wakeAll();
 }
 
+void SettingsBackup::Private::waitWhileHeldLocked()
+{
+    while (held && !stop) {
+        if (!holdEnded.wait(&mutex, holdUntil))
+            break;
+    }
+    held = false;
+}
+
+void SettingsBackup::Private::endHold()
+{
+    const QMutexLocker lock(&mutex);
+    held = false;
+    holdEnded.wakeAll();
+}
+
 void SettingsBackup::Private::run()
 {
 #ifdef __linux__
@@ -244,6 +268,8 @@ void SettingsBackup::Private::run()
         for (const QByteArray &name : std::as_const(names)) {
             const QByteArray rel = folder.isEmpty() ? name : folder + '/' + name;
             QMutexLocker lock(&mutex);
+            if (held && count >= entriesBeforeHold)
+                waitWhileHeldLocked();
             while (changesWaiting > 0 && !stop)
                 changesDone.wait(&mutex, 50); // the timeout only guards against a lost wake
             if (stop)
@@ -290,6 +316,7 @@ void SettingsBackup::Private::finishLocked()
 void SettingsBackup::Private::stopWorker()
 {
     stop = true;
+    endHold();
     if (worker.joinable())
         worker.join();
 }
@@ -387,13 +414,17 @@ qint64 SettingsBackup::entryCount() const
     return d->count;
 }
 
-void SettingsBackup::start(std::function<void(State)> finished)
+void SettingsBackup::start(std::function<void(State)> finished, std::chrono::milliseconds hold,
+                           qint64 entriesBeforeHold)
 {
     QMutexLocker lock(&d->mutex);
     if (d->started || d->state != State::Capturing)
         return;
     d->started = true;
     d->finished = std::move(finished);
+    d->held = hold.count() > 0;
+    d->entriesBeforeHold = entriesBeforeHold;
+    d->holdUntil = QDeadlineTimer(hold);
     if (!d->takeRoot()) {
         d->failed = true;
         d->finishLocked();
@@ -408,8 +439,14 @@ void SettingsBackup::start(std::function<void(State)> finished)
     d->worker = std::thread([p] { p->run(); });
 }
 
+void SettingsBackup::proceed()
+{
+    d->endHold();
+}
+
 bool SettingsBackup::waitForFinished(int msecs)
 {
+    d->endHold();
     QMutexLocker lock(&d->mutex);
     if (!d->started)
         return d->state != State::Capturing;

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -62,9 +63,16 @@ public:
     qint64 entryCount() const;
 
     // Starts taking the image on a thread of its own; finished (if set) is called on that thread
-    // with Complete or Incomplete when it ends.
-    void start(std::function<void(State)> finished = {});
-    // Blocks until the image is complete or has failed; false on time-out.
+    // with Complete or Incomplete when it ends. With a hold, once the image holds
+    // entriesBeforeHold entries it copies nothing more until proceed() or until the hold has
+    // passed, so that a window can open without sharing the disk and the processors with the copy
+    // of a large workspace; preserve() works throughout.
+    void start(std::function<void(State)> finished = {},
+               std::chrono::milliseconds hold = std::chrono::milliseconds::zero(),
+               qint64 entriesBeforeHold = 0);
+    // Ends a hold at once.
+    void proceed();
+    // Ends any hold and blocks until the image is complete or has failed; false on time-out.
     bool waitForFinished(int msecs = -1);
 
     // The bundle is about to create, replace or remove the entry at path: its state at opening

@@ -60,6 +60,11 @@ const QString kPrivateViewDescription = QStringLiteral("PrivateView.ui");
 // The preview page's proportions (its ".book" in preview.css), which the canvas keeps.
 constexpr QSizeF kPageProportions(3, 4);
 constexpr int kPreviewInterval = 330; // milliseconds between preview rebuild checks
+// A workspace's backup copies this many entries at once, the whole of a usual workspace (the
+// plugin's few files and some pictures); the rest of a larger one waits for the window's first
+// preview, or this long at most.
+constexpr qint64 kBackupEntriesBeforeHold = 64;
+constexpr std::chrono::milliseconds kBackupHold(2000);
 
 // Builds the settings window: its top-level dialog is a SettingsDialog, so that the close box
 // reaches the controller, and the preview is a real web view.
@@ -590,12 +595,24 @@ void PluginSettingsDelegate::saveInitialSettings()
         return;
     }
     // The image is taken in the background; the window works meanwhile, and every change it
-    // makes to the workspace first puts the entry's opening state into the backup.
-    m_backup->start([this](SettingsBackup::State end) {
-        if (end != SettingsBackup::State::Complete)
-            QMetaObject::invokeMethod(this, &PluginSettingsDelegate::reportBackupFailure,
-                                      Qt::QueuedConnection);
-    });
+    // makes to the workspace first puts the entry's opening state into the backup. The copy of
+    // a large workspace waits until the window is up with its first preview, which it would
+    // only slow down.
+    m_backup->start(
+        [this](SettingsBackup::State end) {
+            if (end != SettingsBackup::State::Complete)
+                QMetaObject::invokeMethod(this, &PluginSettingsDelegate::reportBackupFailure,
+                                          Qt::QueuedConnection);
+        },
+        kBackupHold, kBackupEntriesBeforeHold);
+    connect(this, &PluginSettingsDelegate::previewLoaded, this,
+            &PluginSettingsDelegate::letBackupProceed, Qt::UniqueConnection);
+}
+
+void PluginSettingsDelegate::letBackupProceed()
+{
+    if (m_backup)
+        m_backup->proceed();
 }
 
 void PluginSettingsDelegate::reportBackupFailure()

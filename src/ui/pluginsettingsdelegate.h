@@ -202,6 +202,7 @@ private:
     // The preview's files of the current workspace, with what the last save read.
     SettingsWorkspace::PreviewFiles &previewFiles();
     void reportBackupFailure();
+    void letBackupProceed();
     // Runs work (a restore) on a thread of its own while the window waits, with progress.
     using RestoreWork = std::function<SettingsBackup::Outcome(const SettingsBackup::Progress &)>;
     SettingsBackup::Outcome restoreWithProgress(const RestoreWork &work);

@@ -124,6 +124,8 @@ private slots:
     void editsBeforeTheImageIsCompleteAreStillUndone();
     void writesThroughLinksStayInside_data();
     void writesThroughLinksStayInside();
+    void aHeldImageWaitsUntilItMayGoOn_data();
+    void aHeldImageWaitsUntilItMayGoOn();
 
     void unavailableBackupUndoesNothing_data();
     void unavailableBackupUndoesNothing();
@@ -646,6 +648,86 @@ void TestSettingsBackup::editsBeforeTheImageIsCompleteAreStillUndone()
              qPrintable("the restore changed what lies beside the workspace:" + QString(o)));
     BackupRecovery::waitForCleanUp();
     QCOMPARE(TreeState::names(s.temp.path()), QStringList());
+}
+
+// ---- a held image
+
+void TestSettingsBackup::aHeldImageWaitsUntilItMayGoOn_data()
+{
+    QTest::addColumn<QString>("ending");
+    QTest::addColumn<int>("spared"); // entries copied before the hold begins
+    QTest::newRow("proceed() lets the copy go on") << "proceed" << 0;
+    QTest::newRow("the hold runs out by itself") << "deadline" << 0;
+    QTest::newRow("waiting for the image ends the hold") << "wait" << 0;
+    QTest::newRow("Cancel during the hold restores the edits made during it") << "restore" << 0;
+    QTest::newRow("apply during the hold returns at once and removes the backup") << "clear" << 0;
+    QTest::newRow("a window gone during the hold leaves an incomplete backup") << "destroy" << 0;
+    QTest::newRow("the hold begins once the spared entries are in") << "proceed" << 100;
+    QTest::newRow("a workspace no larger than the spared entries is taken at once")
+        << "none" << 1000;
+}
+
+// Edits made while the image is held still go back to their opening state; the hold never
+// outlasts a wait for the image, a Cancel, an apply or the window.
+void TestSettingsBackup::aHeldImageWaitsUntilItMayGoOn()
+{
+    using namespace std::chrono_literals;
+    QFETCH(QString, ending);
+    QFETCH(int, spared);
+    Scene s;
+    const QString ws = s.ws();
+    const int entries = RandomTree::makeWide(ws, 9, 10, 4, 4, 512);
+    const TreeState::Tree before = TreeState::capture(ws);
+    auto b = std::make_unique<SettingsBackup>(ws, s.temp.path());
+    const QString path = b->path();
+    QVERIFY(b->state() != State::Unavailable);
+    // A hold far beyond the test's own time limit, except where it is to run out.
+    b->start({}, ending == "deadline" ? 1500ms : 24h, spared);
+    QVERIFY(FileOps::writeAtomically(ws + "/settings.dat", "edited while held"));
+    QVERIFY(FileOps::removeItem(ws + "/d02"));
+    if (ending == "none") {
+        QTRY_COMPARE_WITH_TIMEOUT(b->state(), State::Complete, 60000);
+        QCOMPARE(b->entryCount(), qint64(entries));
+        QCOMPARE(b->restore(), Outcome::Restored);
+        const TreeState::Diff d = TreeState::diff(before, TreeState::capture(ws));
+        QVERIFY2(d.isEmpty(), d);
+        return;
+    }
+    QTest::qWait(300);
+    QCOMPARE(b->state(), State::Capturing);
+    // The spared entries, and what the two edits preserved (22 of the 211 entries), no more.
+    const qint64 held = b->entryCount();
+    QVERIFY2(held >= spared && held < spared + 30, qPrintable(QString::number(held)));
+
+    QElapsedTimer clock;
+    clock.start();
+    if (ending == "proceed" || ending == "deadline") {
+        if (ending == "proceed")
+            b->proceed();
+        QTRY_COMPARE_WITH_TIMEOUT(b->state(), State::Complete, 60000);
+        QCOMPARE(b->restore(), Outcome::Restored);
+    } else if (ending == "wait") {
+        QVERIFY(b->waitForFinished(60000));
+        QCOMPARE(b->state(), State::Complete);
+        QCOMPARE(b->restore(), Outcome::Restored);
+    } else if (ending == "restore") {
+        QCOMPARE(b->restore(), Outcome::Restored);
+    } else if (ending == "clear") {
+        const TreeState::Tree applied = TreeState::capture(ws);
+        b->clear();
+        QVERIFY2(clock.elapsed() < 30000, "apply waited for the hold");
+        QVERIFY(!TreeState::existsNoFollow(path));
+        TREE_COMPARE(TreeState::capture(ws), applied);
+        return;
+    } else {
+        b.reset();
+        QVERIFY2(clock.elapsed() < 30000, "the window's end waited for the hold");
+        QVERIFY(TreeState::existsNoFollow(path));
+        QVERIFY(!TreeState::existsNoFollow(path + QStringLiteral("/complete")));
+        return;
+    }
+    const TreeState::Diff d = TreeState::diff(before, TreeState::capture(ws));
+    QVERIFY2(d.isEmpty(), d);
 }
 
 // ---- links in the workspace are data

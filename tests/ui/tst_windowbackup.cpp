@@ -102,6 +102,7 @@ private slots:
     void noBackupIsSaidAtOnceAndCancelUndoesNothing_data();
     void noBackupIsSaidAtOnceAndCancelUndoesNothing();
     void cancelRightAfterOpeningWaitsForTheImage();
+    void backupWaitsForTheFirstPreview();
     void okDiscardsTheBackup();
     void staleSaveTemporariesGoAtOpening();
     void firstPreviewHasThePositionOfTheCanvas();
@@ -308,6 +309,44 @@ void TestWindowBackup::cancelRightAfterOpeningWaitsForTheImage()
     typeInto(window->window(), "txtRight", QStringLiteral("12"));
     window->onCancel();
     QCOMPARE(window->closeMode(), 0);
+    const TreeState::Diff d = TreeState::diff(before, TreeState::capture(ws));
+    QVERIFY2(d.isEmpty(), d);
+}
+
+void TestWindowBackup::backupWaitsForTheFirstPreview()
+{
+    // A workspace an earlier window applied and a later one left as it found it: it holds
+    // "settings.dat", so the opening saves, and its preview files, so nothing else is written.
+    const QString ws = m_tmp.filePath(QStringLiteral("held"));
+    openWindow(ws)->onOK();
+    openWindow(ws)->onCancel();
+    // More entries than a usual workspace has, all of which are copied at once.
+    const int pictures = 400;
+    QVERIFY(QDir().mkpath(ws + QStringLiteral("/pictures")));
+    for (int i = 0; i < pictures; ++i) {
+        QFile file(ws + QStringLiteral("/pictures/p%1.png").arg(i));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray(1024, char('a' + i % 26)));
+    }
+    const TreeState::Tree before = TreeState::capture(ws);
+    auto window = openWindow(ws);
+    QSignalSpy loaded(window.get(), &PluginSettingsDelegate::previewLoaded);
+    const QString backup = window->backupSettingPath();
+    // The window opens without the whole copy beside it: what its opening save changed is in,
+    // and not all the pictures.
+    QVERIFY(QFileInfo::exists(backup + QStringLiteral("/tree/settings.dat")));
+    const auto copiedPictures = [&] {
+        return QDir(backup + QStringLiteral("/tree/pictures")).entryList(QDir::Files).size();
+    };
+    QVERIFY2(copiedPictures() < pictures, qPrintable(QString::number(copiedPictures())));
+    QVERIFY(!QFileInfo::exists(backup + QStringLiteral("/complete")));
+
+    // Once the first preview is loaded the copy goes on at once, well before its hold ends.
+    QVERIFY(loaded.wait(30000));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(backup + QStringLiteral("/complete")), 1000);
+    QCOMPARE(copiedPictures(), pictures);
+    typeInto(window->window(), "txtTop", QStringLiteral("7"));
+    window->onCancel();
     const TreeState::Diff d = TreeState::diff(before, TreeState::capture(ws));
     QVERIFY2(d.isEmpty(), d);
 }
