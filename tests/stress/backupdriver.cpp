@@ -4,10 +4,13 @@
 //
 //   backupdriver --workspace DIR --temp DIR --images DIR --phases open[,wait][,edit][,cancel|ok]
 //                [--pending go-back|keep] [--saves N] [--gap-ms MS] [--linger-ms MS]
+//                [--hold-ms MS --spare N --proceed-ms MS]
 //
 // open    settles what a dead window left ("settled N"), answers the pending backups as told
 //         ("answered keep" or "answered go-back OUTCOME"), makes this opening's backup and starts
 //         taking it ("opened PATH"; "captured STATE" follows whenever the image is done)
+//         With --hold-ms the image holds, as the window's does, after --spare entries until
+//         --proceed-ms after the opening (the window's first preview) or the hold has passed.
 // wait    waits until the image is taken ("waited"), like an author who is slow to start
 // edit    the saves of WindowEdits, one "saved N" after each
 // cancel  restores the workspace ("cancelled OUTCOME"); ok: deletes the backup ("applied")
@@ -24,9 +27,11 @@
 #include <QStringList>
 #include <QThread>
 
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -41,6 +46,9 @@ struct Options
     int saves = 15;
     int gapMs = 2;
     int lingerMs = 60000; // a driver whose test died must not stay for ever
+    int holdMs = 0;
+    int spare = 0;
+    int proceedMs = -1; // never
 };
 
 // One write() a line: the line is wholly in the pipe or not at all when the kill comes, and the
@@ -103,6 +111,12 @@ bool parse(int argc, char *argv[], Options *o)
             o->gapMs = value.toInt();
         else if (key == "--linger-ms")
             o->lingerMs = value.toInt();
+        else if (key == "--hold-ms")
+            o->holdMs = value.toInt();
+        else if (key == "--spare")
+            o->spare = value.toInt();
+        else if (key == "--proceed-ms")
+            o->proceedMs = value.toInt();
         else
             return false;
     }
@@ -132,7 +146,8 @@ std::unique_ptr<SettingsBackup> open(const Options &o)
     if (!pending.isEmpty())
         answerPending(o, pending);
     auto backup = std::make_unique<SettingsBackup>(o.workSpace, o.temp);
-    backup->start([](SettingsBackup::State end) { say(QByteArray("captured ") + stateName(end)); });
+    backup->start([](SettingsBackup::State end) { say(QByteArray("captured ") + stateName(end)); },
+                  std::chrono::milliseconds(o.holdMs), o.spare);
     say("opened " + QFile::encodeName(backup->path()));
     return backup;
 }
@@ -175,14 +190,22 @@ int main(int argc, char *argv[])
     if (!parse(argc, argv, &o)) {
         std::fputs("usage: backupdriver --workspace DIR --temp DIR --images DIR --phases "
                    "open[,wait][,edit][,cancel|ok] [--pending go-back|keep] [--saves N] "
-                   "[--gap-ms MS] [--linger-ms MS]\n",
+                   "[--gap-ms MS] [--linger-ms MS] [--hold-ms MS --spare N --proceed-ms MS]\n",
                    stderr);
         return 2;
     }
     std::unique_ptr<SettingsBackup> backup;
+    std::thread preview; // lets a held image go on, as the window's first preview does
     for (const QString &phase : std::as_const(o.phases)) {
         if (phase == QLatin1String("open")) {
             backup = open(o);
+            if (o.proceedMs >= 0) {
+                SettingsBackup *opened = backup.get();
+                preview = std::thread([opened, &o] {
+                    QThread::msleep(ulong(o.proceedMs));
+                    opened->proceed();
+                });
+            }
         } else if (!backup) {
             std::fprintf(stderr, "backupdriver: %s before open\n", qPrintable(phase));
             return 2;
@@ -198,10 +221,14 @@ int main(int argc, char *argv[])
             say("applied");
         } else {
             std::fprintf(stderr, "backupdriver: unknown phase %s\n", qPrintable(phase));
+            if (preview.joinable())
+                preview.join();
             return 2;
         }
     }
     say("done");
+    if (preview.joinable())
+        preview.join();
     QThread::msleep(ulong(o.lingerMs));
     return 0;
 }
