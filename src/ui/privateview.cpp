@@ -20,7 +20,6 @@
 #include <QLoggingCategory>
 #include <QPainter>
 #include <QPixmap>
-#include <QStringDecoder>
 #include <QTextStream>
 #include <QXmlStreamReader>
 
@@ -37,9 +36,7 @@ const QString kIdentifier = QStringLiteral("img");
 // UTF-8 or are damaged.
 QDomDocument readDescription(const QByteArray &bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8.decode(bytes);
-    if (utf8.hasError())
+    if (!bytes.isValidUtf8())
         return {};
     return parseDescriptionXml(bytes);
 }

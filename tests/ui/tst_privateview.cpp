@@ -507,6 +507,10 @@ void TestPrivateView::brokenWorkspaceDescriptionFallsBackToTheBundles_data()
     QTest::addColumn<QByteArray>("broken");
     QTest::newRow("not well-formed") << QByteArray("<info><properties>");
     QTest::newRow("not UTF-8") << QByteArray("<info>\xff\xfe</info>");
+    QTest::newRow("not UTF-8, though its declaration names the encoding it is in")
+        << QByteArray("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><info><properties>"
+                      "<extended><other>\xe4</other><src type=\"file\"></src></extended>"
+                      "</properties></info>");
     QTest::newRow("empty") << QByteArray("");
     QTest::newRow("nested one level past the limit")
         << "<info>" + QByteArray("<d>").repeated(MaxDescriptionDepth) +
