@@ -8,7 +8,8 @@
 // arithmetic rather than through a formatter; the result is the same to the character.
 namespace OneDecimal {
 
-// The number the text shows, in tenths ("12.4" is 124). Not for values that are not finite.
+// The number the text shows, in tenths ("12.4" is 124). Only for finite values whose tenths fit
+// in a long long (below about 9.2e17 either way); the room check caps larger ones first.
 long long tenths(float value);
 // The text itself, as QString::asprintf("%.1f", double(value)) gives it.
 QString text(float value);

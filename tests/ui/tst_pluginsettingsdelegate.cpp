@@ -570,6 +570,28 @@ QPoint boxPixel(PositionView *canvas, QPointF canvasPoint)
     return QPoint(int(std::floor(down.x())), int(std::floor(down.y()))) - canvas->editView()->pos();
 }
 
+// The window shown on a workspace whose "settings.dat" holds settings, its canvas drawn so that
+// the edit box has its place. Null when any of that fails.
+std::unique_ptr<PluginSettingsDelegate> openOnCanvas(const QString &ws, const QByteArray &settings)
+{
+    writeFile(ws + "/settings.dat", settings);
+    auto delegate =
+        PluginSettingsDelegate::create(QStringLiteral("en"), QStringLiteral(IMG_BUNDLE_DIR));
+    if (!delegate)
+        return nullptr;
+    delegate->setWorkSpace(ws);
+    QDialog *window = delegate->window();
+    if (!window)
+        return nullptr;
+    window->show();
+    if (!QTest::qWaitForWindowExposed(window))
+        return nullptr;
+    delegate->positionView()->repaint();
+    if (!delegate->positionView()->editView()->isVisible())
+        return nullptr;
+    return delegate;
+}
+
 // A small picture file outside the workspace, as a user would choose it.
 QString writePicture(const QString &path, QSize size)
 {
@@ -585,17 +607,11 @@ QString writePicture(const QString &path, QSize size)
 void TestPluginSettingsDelegate::dragSnappedToTheCentreSavesEqualMargins()
 {
     const QString ws = m_tmp.filePath("snap");
-    writeFile(ws + "/settings.dat", "21.3\n30.0\n40.0\n30.0\n0.0\n1");
-    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    auto delegate = openOnCanvas(ws, "21.3\n30.0\n40.0\n30.0\n0.0\n1");
     QVERIFY(delegate);
-    delegate->setWorkSpace(ws);
     QDialog *window = delegate->window();
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window));
     PositionView *canvas = delegate->positionView();
-    canvas->repaint();
     VelEditView *box = canvas->editView();
-    QVERIFY(box->isVisible());
     const QRectF frame = box->frame();
     // Within the 5-point reach: the box's centre ends 0.5 to 1.5 points from the page's.
     const qreal offCentre = canvas->width() / 2.0 - frame.center().x();
@@ -618,8 +634,6 @@ void TestPluginSettingsDelegate::dragSnappedToTheCentreSavesEqualMargins()
     delegate->onCancel();
 }
 
-// Every step of a drag shows the record's four margins in the fields exactly as the position file
-// writes them, and the release saves the record in the file's own form, nothing before it.
 // The number fields are set on every drag step; they spare the text shaping that digits do not
 // need, and still take their family and size from the window, also when the window's changes.
 void TestPluginSettingsDelegate::numberFieldsSkipShapingAndKeepTheWindowsFont()
@@ -641,20 +655,16 @@ void TestPluginSettingsDelegate::numberFieldsSkipShapingAndKeepTheWindowsFont()
     delegate->onCancel();
 }
 
+// Every step of a drag shows the record's four margins in the fields exactly as the position file
+// writes them, and the release saves the record in the file's own form, nothing before it.
 void TestPluginSettingsDelegate::dragStepsShowTheMarginsAndSaveThemOnRelease()
 {
     const QString ws = m_tmp.filePath("dragsteps");
-    writeFile(ws + "/settings.dat", "21.3\n30.0\n40.0\n30.0\n12.5\n1");
-    auto delegate = PluginSettingsDelegate::create(QStringLiteral("en"), bundle());
+    auto delegate = openOnCanvas(ws, "21.3\n30.0\n40.0\n30.0\n12.5\n1");
     QVERIFY(delegate);
-    delegate->setWorkSpace(ws);
     QDialog *window = delegate->window();
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window));
     PositionView *canvas = delegate->positionView();
-    canvas->repaint();
     VelEditView *box = canvas->editView();
-    QVERIFY(box->isVisible());
     const QList<QLineEdit *> fields = {
         window->findChild<QLineEdit *>("txtLeft"), window->findChild<QLineEdit *>("txtTop"),
         window->findChild<QLineEdit *>("txtRight"), window->findChild<QLineEdit *>("txtBottom")};
