@@ -6,6 +6,7 @@
 # into the programs are the ones the packages use.
 set(CPACK_PACKAGE_NAME imgplugin)
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
+set(CPACK_DEBIAN_PACKAGE_RELEASE "${IMG_DEBIAN_REVISION}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Settings bundle of the image plugin for a book publisher")
 set(CPACK_PACKAGE_CONTACT "Image plugin maintainers <imgplugin@localhost>"
     CACHE STRING "Maintainer named in the packages")

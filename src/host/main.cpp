@@ -42,6 +42,7 @@ Options parseOptions(const QCoreApplication &app)
         QStringLiteral("Opens the settings window of the image plugin bundle, as the publishing "
                        "application does, and prints how it was closed."));
     parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption language(
         {QStringLiteral("l"), QStringLiteral("language")},
         QStringLiteral("Language of the window: en, de, fr, ja or zh_CN."), QStringLiteral("code"),
@@ -217,12 +218,14 @@ int main(int argc, char *argv[])
 {
     // The web engine inside the plugin shares OpenGL contexts with the host's widgets; the
     // attribute must be set before the application object exists.
-    // Help needs no display: answer it before the widget application exists.
+    // Help and version need no display: answer them before the widget application exists.
     for (int i = 1; i < argc; ++i) {
         const QByteArray arg(argv[i]);
-        if (arg == "-h" || arg == "--help" || arg == "--help-all" || arg == "-?") {
+        if (arg == "-h" || arg == "--help" || arg == "--help-all" || arg == "-?" || arg == "-v"
+            || arg == "--version") {
             QCoreApplication core(argc, argv);
             QCoreApplication::setApplicationName(QStringLiteral("imghost"));
+            QCoreApplication::setApplicationVersion(QStringLiteral(IMGPLUGIN_VERSION_STR));
             parseOptions(core);
             return 0;
         }
@@ -230,6 +233,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("imghost"));
+    QApplication::setApplicationVersion(QStringLiteral(IMGPLUGIN_VERSION_STR));
     const Options options = parseOptions(app);
 
     PluginHost host;

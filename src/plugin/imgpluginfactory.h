@@ -1,5 +1,6 @@
 #pragma once
 
+#include "imgpluginversion.h"
 #include "imgsettingscontroller.h"
 
 #include <QString>
@@ -30,6 +31,8 @@ public:
                                                           const QString &bundlePath) = 0;
 };
 
+// The IID names the interface's MAJOR.MINOR (IMGPLUGIN_VERSION_MAJOR and _MINOR): a new minor
+// version only adds to the interface, a new major one changes what exists. See docs/embedding.md.
 // 1.1: the controller can end its window from code, report its close and tell its problems.
 #define ImgPluginFactory_iid "net.kelvara.img.PluginFactory/1.1"
 Q_DECLARE_INTERFACE(ImgPluginFactory, ImgPluginFactory_iid)

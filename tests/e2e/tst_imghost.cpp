@@ -1,6 +1,7 @@
 // The demo host as a program: it loads the bundle, shows the window, and prints the stop code and
 // isCloseBundle when the window closes.
 
+#include "imgpluginversion.h"
 #include "testenv.h"
 
 #include <QImage>
@@ -21,6 +22,8 @@ private slots:
     void quitWhenPreviewLoadedReportsTheWindowAndThePreview_data();
     void quitWhenPreviewLoadedReportsTheWindowAndThePreview();
     void helpDescribesTheStartOptions();
+    void versionIsTheKitsVersion_data();
+    void versionIsTheKitsVersion();
     void missingBundleIsReported();
     void windowFitsTheScreenAtScaleFactorTwo();
 
@@ -113,6 +116,28 @@ void TestImgHost::helpDescribesTheStartOptions()
     QVERIFY2(out.contains("--quit-when-shown"), out.constData());
     QVERIFY2(out.contains("--quit-when-preview-loaded"), out.constData());
     QVERIFY2(out.contains("preview loaded"), out.constData());
+}
+
+void TestImgHost::versionIsTheKitsVersion_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::newRow("--version") << QStringLiteral("--version");
+    QTest::newRow("-v") << QStringLiteral("-v");
+}
+
+void TestImgHost::versionIsTheKitsVersion()
+{
+    QFETCH(QString, option);
+    // No display is needed: the answer comes before the window's application exists.
+    QProcess *host = new QProcess(this);
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove("DISPLAY");
+    env.insert("QT_QPA_PLATFORM", "xcb");
+    host->setProcessEnvironment(env);
+    host->start(QStringLiteral(IMG_HOST_EXE), {option});
+    QVERIFY(host->waitForFinished(60000));
+    QCOMPARE(host->exitCode(), 0);
+    QCOMPARE(host->readAllStandardOutput(), QByteArray("imghost " IMGPLUGIN_VERSION_STR "\n"));
 }
 
 void TestImgHost::windowFitsTheScreenAtScaleFactorTwo()

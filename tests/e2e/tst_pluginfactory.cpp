@@ -18,6 +18,7 @@ class TestPluginFactory : public QObject
 private slots:
     void initTestCase() { TestEnv::isolate(); }
     void withoutSharedContextsGivesNoWindowAndSaysWhy();
+    void interfaceIdCarriesTheKitsMajorAndMinorVersion();
 };
 
 void TestPluginFactory::withoutSharedContextsGivesNoWindowAndSaysWhy()
@@ -39,6 +40,22 @@ int main(int argc, char *argv[])
     QApplication app(argc, argv);
     TestPluginFactory test;
     return QTest::qExec(&test, argc, argv);
+}
+
+void TestPluginFactory::interfaceIdCarriesTheKitsMajorAndMinorVersion()
+{
+    // A host built against these headers asks for this IID; it must name the kit's version.
+    const QString iid = QString::fromLatin1(ImgPluginFactory_iid);
+    const QString majorMinor = QStringLiteral("/%1.%2")
+                                   .arg(IMGPLUGIN_VERSION_MAJOR)
+                                   .arg(IMGPLUGIN_VERSION_MINOR);
+    QVERIFY2(iid.endsWith(majorMinor), qPrintable(iid + " against " + majorMinor));
+    QCOMPARE(QStringLiteral(IMGPLUGIN_VERSION_STR),
+             QStringLiteral("%1.%2.%3")
+                 .arg(IMGPLUGIN_VERSION_MAJOR)
+                 .arg(IMGPLUGIN_VERSION_MINOR)
+                 .arg(IMGPLUGIN_VERSION_PATCH));
+    QCOMPARE(QStringLiteral(IMGPLUGIN_VERSION_STR), QStringLiteral(IMG_PROJECT_VERSION));
 }
 
 #include "tst_pluginfactory.moc"

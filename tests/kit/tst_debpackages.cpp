@@ -47,7 +47,7 @@ void TestDebPackages::initTestCase()
                         {"-G", "DEB", "--config", IMG_BINARY_DIR "/CPackConfig.cmake", "-B", out},
                         170000, m_tmp.path());
     QVERIFY2(cpack.ok(), cpack.report().constData());
-    const QString version = QStringLiteral("_" IMG_PROJECT_VERSION "_");
+    const QString version = QStringLiteral("_" IMG_PROJECT_VERSION "-" IMG_DEBIAN_REVISION "_");
     for (const QString &name : QDir(out).entryList({"*.deb"}, QDir::Files)) {
         const QString path = out + '/' + name;
         if (name.startsWith("imgplugin" + version))
@@ -140,6 +140,7 @@ void TestDebPackages::devHoldsTheHeadersAndPackageFiles()
     const QString cmake = under(IMG_INSTALL_LIBDIR "/cmake/ImgPlugin/");
     const QSet<QString> expected{under("include/imgplugin/imgpluginfactory.h"),
                                  under("include/imgplugin/imgsettingscontroller.h"),
+                                 under("include/imgplugin/imgpluginversion.h"),
                                  cmake + "ImgPluginConfig.cmake",
                                  cmake + "ImgPluginConfigVersion.cmake",
                                  cmake + "ImgPluginTargets.cmake",

@@ -47,7 +47,8 @@ void TestInstalledKit::installsTheHeadersAndPackageFiles()
     const QString config = prefixPath(IMG_INSTALL_LIBDIR "/cmake/ImgPlugin/");
     for (const QString &file :
          {prefixPath("include/imgplugin/imgpluginfactory.h"),
-          prefixPath("include/imgplugin/imgsettingscontroller.h"), config + "ImgPluginConfig.cmake",
+          prefixPath("include/imgplugin/imgsettingscontroller.h"),
+          prefixPath("include/imgplugin/imgpluginversion.h"), config + "ImgPluginConfig.cmake",
           config + "ImgPluginConfigVersion.cmake", config + "ImgPluginTargets.cmake",
           prefixPath(IMG_INSTALL_LIBDIR "/pkgconfig/imgplugin.pc"),
           bundle() + "/" IMG_BUNDLE_BINARY_SUBDIR "/libimgplugin.so"})
