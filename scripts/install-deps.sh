@@ -10,6 +10,7 @@ packages=(
   libgl-dev libxkbcommon-dev
   qt6-qpa-plugins libqt6svg6 qt6-translations-l10n
   xvfb xauth x11-utils imagemagick
+  lintian
   fonts-dejavu-core fonts-noto-cjk
   nodejs
 )

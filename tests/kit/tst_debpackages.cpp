@@ -8,6 +8,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QSet>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -24,11 +25,15 @@ private slots:
     void dependenciesAreComputed();
     void installedPluginIsStripped();
     void installedProgramsKeepOutOfTheBuildTree();
+    void eachPackageCarriesItsLicenceChangelogAndManualPages_data();
+    void eachPackageCarriesItsLicenceChangelogAndManualPages();
+    void lintianFindsNoErrorsOrWarnings();
 
 private:
     static QSet<QString> filesOf(const QString &deb);
     static QByteArray field(const QString &deb, const char *name);
     static QSet<QString> builtBundleFiles();
+    static QSet<QString> debianDocs(const QString &package);
     static QString under(const QString &relative) { return prefix() + '/' + relative; }
     static QString prefix() { return QStringLiteral(IMG_INSTALL_PREFIX).mid(1); }
     QString extracted(const QString &relative) const { return m_root + '/' + relative; }
@@ -109,6 +114,13 @@ QSet<QString> TestDebPackages::builtBundleFiles()
     return files;
 }
 
+// What Debian's policy asks of every package: its licence and its changelog, compressed.
+QSet<QString> TestDebPackages::debianDocs(const QString &package)
+{
+    return {under("share/doc/" + package + "/copyright"),
+            under("share/doc/" + package + "/changelog.Debian.gz")};
+}
+
 void TestDebPackages::eachPackageHasItsName()
 {
     QCOMPARE(field(m_runtime, "Package"), QByteArray("imgplugin"));
@@ -128,11 +140,16 @@ void TestDebPackages::runtimeHoldsTheBuiltBundleAndTheTool()
     QCOMPARE(bundle, expected);
     QVERIFY(files.contains(under("bin/imgbundle")));
     QVERIFY(!files.contains(under("bin/imghost")));
+    QVERIFY(files.contains(under("share/man/man1/imgbundle.1.gz")));
+    QVERIFY(files.contains(under("share/lintian/overrides/imgplugin")));
 }
 
 void TestDebPackages::demoHoldsTheHostAlone()
 {
-    QCOMPARE(filesOf(m_demo), QSet<QString>{under("bin/imghost")});
+    const QSet<QString> expected =
+        QSet<QString>{under("bin/imghost"), under("share/man/man1/imghost.1.gz")}
+        + debianDocs("imgplugin-demo");
+    QCOMPARE(filesOf(m_demo), expected);
 }
 
 void TestDebPackages::devHoldsTheHeadersAndPackageFiles()
@@ -145,7 +162,7 @@ void TestDebPackages::devHoldsTheHeadersAndPackageFiles()
                                  cmake + "ImgPluginConfigVersion.cmake",
                                  cmake + "ImgPluginTargets.cmake",
                                  under(IMG_INSTALL_LIBDIR "/pkgconfig/imgplugin.pc")};
-    QCOMPARE(filesOf(m_dev), expected);
+    QCOMPARE(filesOf(m_dev), expected + debianDocs("imgplugin-dev"));
 }
 
 void TestDebPackages::dependenciesAreComputed()
@@ -199,4 +216,83 @@ void TestDebPackages::installedProgramsKeepOutOfTheBuildTree()
 }
 
 QTEST_GUILESS_MAIN(TestDebPackages)
+void TestDebPackages::eachPackageCarriesItsLicenceChangelogAndManualPages_data()
+{
+    QTest::addColumn<QString>("deb");
+    QTest::addColumn<QString>("package");
+    QTest::addColumn<QString>("manualPage");
+    QTest::newRow("imgplugin: licence, changelog, imgbundle(1)")
+        << m_runtime << "imgplugin" << "share/man/man1/imgbundle.1.gz";
+    QTest::newRow("imgplugin-demo: licence, changelog, imghost(1)")
+        << m_demo << "imgplugin-demo" << "share/man/man1/imghost.1.gz";
+    QTest::newRow("imgplugin-dev: licence and changelog") << m_dev << "imgplugin-dev" << QString();
+}
+
+void TestDebPackages::eachPackageCarriesItsLicenceChangelogAndManualPages()
+{
+    QFETCH(QString, deb);
+    QFETCH(QString, package);
+    QFETCH(QString, manualPage);
+    const QSet<QString> files = filesOf(deb);
+    for (const QString &doc : debianDocs(package))
+        QVERIFY2(files.contains(doc), qPrintable(doc));
+
+    // The licence in the machine-readable form, naming the project's licence.
+    QFile copyright(extracted(under("share/doc/" + package + "/copyright")));
+    QVERIFY(copyright.open(QIODevice::ReadOnly));
+    const QByteArray text = copyright.readAll();
+    QVERIFY(text.startsWith("Format: https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/\n"));
+    QVERIFY(text.contains("\nLicense: BSD-3-Clause\n"));
+
+    // The changelog's newest entry is this version with its revision.
+    const KitProcess changelog = KitProcess::run(
+        "gzip", {"-dc", extracted(under("share/doc/" + package + "/changelog.Debian.gz"))});
+    QVERIFY2(changelog.ok(), changelog.report().constData());
+    QVERIFY2(changelog.out.startsWith("imgplugin (" IMG_PROJECT_VERSION "-" IMG_DEBIAN_REVISION ")"),
+             changelog.out.left(80).constData());
+
+    if (manualPage.isEmpty())
+        return;
+    QVERIFY2(files.contains(under(manualPage)), qPrintable(manualPage));
+    const KitProcess page = KitProcess::run("gzip", {"-dc", extracted(under(manualPage))});
+    QVERIFY2(page.ok(), page.report().constData());
+    QVERIFY2(page.out.startsWith(".TH "), page.out.left(80).constData());
+    QVERIFY(page.out.contains("\"" IMG_RELEASE_DATE "\""));
+    for (const char *section : {".SH NAME", ".SH SYNOPSIS", ".SH DESCRIPTION", ".SH EXIT STATUS",
+                                ".SH FILES", ".SH ENVIRONMENT", ".SH EXAMPLES", ".SH SEE ALSO"})
+        QVERIFY2(page.out.contains(section), section);
+}
+
+// lintian, Debian's package checker, on the packages as a distribution builds them: installed
+// under /usr. Informational tags that stay, and why:
+// - hardening-no-bindnow, hardening-no-fortify-functions: this build is not given the
+//   distribution's flags; scripts/package.sh gives them (dpkg-buildflags) to the packages it makes.
+// - binary-has-unneeded-section .comment: the compiler's note, kept by `strip --strip-unneeded`.
+void TestDebPackages::lintianFindsNoErrorsOrWarnings()
+{
+    if (QStandardPaths::findExecutable("lintian").isEmpty())
+        QSKIP("lintian is not installed (scripts/install-deps.sh installs it)");
+    const QString out = m_tmp.filePath("usr-packages");
+    const KitProcess cpack = KitProcess::run(
+        IMG_CPACK_COMMAND,
+        {"-G", "DEB", "--config", IMG_BINARY_DIR "/CPackConfig.cmake", "-D",
+         "CPACK_PACKAGING_INSTALL_PREFIX=/usr", "-B", out},
+        170000, m_tmp.path());
+    QVERIFY2(cpack.ok(), cpack.report().constData());
+    QStringList arguments{"--fail-on", "error,warning", "--no-tag-display-limit"};
+    // A build configured with a plain lib folder puts the pkg-config file where a cross build
+    // does not look; a distribution's build (scripts/package.sh) uses the multiarch folder.
+    if (!QStringLiteral(IMG_INSTALL_LIBDIR).contains(QLatin1Char('/')))
+        arguments << "--suppress-tags" << "pkg-config-unavailable-for-cross-compilation";
+    const QStringList debs = QDir(out).entryList({"*.deb"}, QDir::Files);
+    QCOMPARE(debs.size(), 3);
+    for (const QString &deb : debs)
+        arguments << out + '/' + deb;
+    const KitProcess lintian = KitProcess::run("lintian", arguments, 170000);
+    QVERIFY2(lintian.ok(), lintian.report().constData());
+    QVERIFY2(!lintian.out.contains("\nE: ") && !lintian.out.startsWith("E: ")
+                 && !lintian.out.contains("\nW: ") && !lintian.out.startsWith("W: "),
+             lintian.out.constData());
+}
+
 #include "tst_debpackages.moc"

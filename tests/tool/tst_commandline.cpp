@@ -526,12 +526,34 @@ private slots:
     {
         QFETCH(QStringList, args);
         const QByteArray page = readBytes(QStringLiteral(IMG_MAN_PAGE));
-        QVERIFY2(page.startsWith(".TH IMGBUNDLE 1 \"\" \"imgbundle " IMG_VERSION "\""),
+        QVERIFY2(page.startsWith(".TH IMGBUNDLE 1 \"" IMG_RELEASE_DATE "\" \"imgbundle " IMG_VERSION
+                                 "\""),
                  page.left(80).constData());
         QByteArray help = ToolRun::run(args).out;
         QVERIFY(!help.isEmpty());
         help.replace("\\", "\\e").replace("-", "\\-");
         QVERIFY2(page.contains(".nf\n" + help + ".fi\n"), help.constData());
+    }
+
+    // The sections a reader of manual pages looks for, in the usual order, and a synopsis line
+    // for every command.
+    void manualPageHasTheUsualSectionsInOrder()
+    {
+        const QByteArray page = readBytes(QStringLiteral(IMG_MAN_PAGE));
+        qsizetype at = 0;
+        for (const char *section :
+             {".SH NAME\n", ".SH SYNOPSIS\n", ".SH DESCRIPTION\n", ".SH COMMANDS\n",
+              ".SH EXIT STATUS\n", ".SH FILES\n", ".SH ENVIRONMENT\n", ".SH EXAMPLES\n",
+              ".SH SEE ALSO\n"}) {
+            const qsizetype found = page.indexOf(section, at);
+            QVERIFY2(found >= at, section);
+            at = found;
+        }
+        const QByteArray synopsis =
+            page.mid(page.indexOf(".SH SYNOPSIS\n"),
+                     page.indexOf(".SH DESCRIPTION\n") - page.indexOf(".SH SYNOPSIS\n"));
+        for (const QString &name : commandNames)
+            QVERIFY2(synopsis.contains(".B imgbundle\n" + name.toUtf8()), qPrintable(name));
     }
 };
 
