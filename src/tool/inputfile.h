@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class QFile;
+class QByteArray;
 
 // A FILE that a command reads: "-" is standard input, anything else must be a regular file or a
 // link to one. A FIFO would wait for a writer and a device might never end, so neither is
@@ -14,7 +14,9 @@ bool isStandardInput(const QString &path);
 // How messages name the input: "standard input" for "-", else the path.
 QString displayName(const QString &path);
 
-// Opens path read-only into file. A null string when done, else one line saying why not.
-QString open(const QString &path, QFile *file);
+// Reads the whole of path (or standard input for "-") into bytes. A null string when done, else
+// one line saying why not, with the system's reason where it gave one ("standard input is
+// closed", "Is a directory").
+QString readAll(const QString &path, QByteArray *bytes);
 
 } // namespace InputFile

@@ -28,12 +28,9 @@ int run(const Command &self, const CommandOptions &options)
                                     ? QStringLiteral("missing FILE.xml")
                                     : QStringLiteral("expects one FILE.xml"));
     const QString path = options.positional.first();
-    QFile file;
-    if (const QString why = InputFile::open(path, &file); !why.isNull())
+    QByteArray xml;
+    if (const QString why = InputFile::readAll(path, &xml); !why.isNull())
         return failure(why);
-    const QByteArray xml = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return failure(QStringLiteral("cannot read %1").arg(InputFile::displayName(path)));
 
     const QString workspace = options.has(QStringLiteral("workspace"))
                                   ? options.value(QStringLiteral("workspace"))

@@ -3,6 +3,7 @@
 
 #include "overview.h"
 #include "standardoutput.h"
+#include "standardstreams.h"
 #include "toolcommand.h"
 
 #include <QCommandLineParser>
@@ -105,6 +106,7 @@ int run(const QStringList &arguments)
 
 int main(int argc, char *argv[])
 {
+    StandardStreams::reserveClosed();
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("imgbundle"));
     QCoreApplication::setApplicationVersion(QStringLiteral(IMG_VERSION));

@@ -9,9 +9,13 @@
 #include "standardoutput.h"
 #include "writetarget.h"
 
+#include <QBuffer>
 #include <QFile>
+#include <QRegularExpression>
 #include <QLocale>
 #include <charconv>
+#include <cmath>
+#include <limits>
 #include <cmath>
 
 namespace {
@@ -32,11 +36,13 @@ int runRead(const Command &self, const CommandOptions &options)
     if (args.size() != 1)
         return usageError(self, args.isEmpty() ? QStringLiteral("missing FILE")
                                                : QStringLiteral("expects one FILE"));
-    QFile file;
-    if (const QString why = InputFile::open(args.first(), &file); !why.isNull())
+    QByteArray bytes;
+    if (const QString why = InputFile::readAll(args.first(), &bytes); !why.isNull())
         return failure(why);
     // A short or unreadable file reads as all zeros, as in the settings window.
-    const PositionRect rect = PositionFile::read(file).value_or(PositionRect());
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    const PositionRect rect = PositionFile::read(buffer).value_or(PositionRect());
     out(QStringLiteral("left %1\ntop %2\nright %3\nbottom %4\ntransparency %5\nlayer %6")
             .arg(floatText(rect.left()), floatText(rect.top()), floatText(rect.right()),
                  floatText(rect.bottom()), floatText(rect.transparency()),
@@ -44,11 +50,26 @@ int runRead(const Command &self, const CommandOptions &options)
     return Success;
 }
 
-bool parseFloat(const QString &text, float *value)
+// Whether text is written as a number (digits, a point, an exponent), whatever its size.
+bool looksLikeNumber(const QString &text)
+{
+    static const QRegularExpression number(
+        QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)([eE][+-]?\\d+)?$"));
+    return number.match(text).hasMatch();
+}
+
+enum class Parsed { Ok, NotANumber, OutOfRange };
+
+Parsed parseFloat(const QString &text, float *value)
 {
     bool ok = false;
-    *value = QLocale::c().toFloat(text, &ok);
-    return ok && std::isfinite(*value);
+    const double wide = QLocale::c().toDouble(text, &ok);
+    if (!ok || !std::isfinite(wide))
+        return looksLikeNumber(text) ? Parsed::OutOfRange : Parsed::NotANumber;
+    if (std::fabs(wide) > double(std::numeric_limits<float>::max()))
+        return Parsed::OutOfRange;
+    *value = float(wide);
+    return Parsed::Ok;
 }
 
 // The margins, the transparency and the layer given after FILE; nullopt after a usage error,
@@ -59,16 +80,28 @@ std::optional<PositionRect> rectFromArguments(const Command &self, const QString
     static const char *const names[] = {"LEFT", "TOP", "RIGHT", "BOTTOM", "TRANSPARENCY"};
     float values[5];
     for (int i = 0; i < 5; ++i) {
-        if (!parseFloat(args.at(i + 1), &values[i])) {
+        switch (parseFloat(args.at(i + 1), &values[i])) {
+        case Parsed::Ok:
+            continue;
+        case Parsed::NotANumber:
             *code = usageError(self, QStringLiteral("%1 is not a number: \"%2\"")
                                          .arg(QLatin1String(names[i]), args.at(i + 1)));
+            return std::nullopt;
+        case Parsed::OutOfRange:
+            *code = usageError(
+                self, QStringLiteral("%1 is out of range: \"%2\" (a value holds at most %3)")
+                          .arg(QLatin1String(names[i]), args.at(i + 1),
+                               QString::number(double(std::numeric_limits<float>::max()), 'g', 3)));
             return std::nullopt;
         }
     }
     bool ok = false;
     const int layer = QLocale::c().toInt(args.at(6), &ok);
     if (!ok) {
-        *code = usageError(self, QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
+        static const QRegularExpression integer(QStringLiteral("^[+-]?\\d+$"));
+        *code = usageError(self, integer.match(args.at(6)).hasMatch()
+                                     ? QStringLiteral("LAYER is out of range: \"%1\"").arg(args.at(6))
+                                     : QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
         return std::nullopt;
     }
     PositionRect rect;

@@ -22,12 +22,12 @@ std::optional<QByteArray> readInput(const Command &self, const QStringList &args
         *code = usageError(self, QStringLiteral("unexpected argument \"%1\"").arg(args.last()));
         return std::nullopt;
     }
-    QFile input;
-    if (!InputFile::open(QStringLiteral("-"), &input).isNull()) {
-        *code = failure(QStringLiteral("cannot read standard input"));
+    QByteArray bytes;
+    if (const QString why = InputFile::readAll(QStringLiteral("-"), &bytes); !why.isNull()) {
+        *code = failure(why);
         return std::nullopt;
     }
-    return input.readAll();
+    return bytes;
 }
 
 int runScramble(const Command &self, const CommandOptions &options)
@@ -36,7 +36,8 @@ int runScramble(const Command &self, const CommandOptions &options)
     const std::optional<QByteArray> bytes = readInput(self, options.positional, &code);
     if (!bytes)
         return code;
-    QStringDecoder decode(QStringDecoder::Utf8);
+    // A byte-order mark at the start is part of the text: unscramble gives it back.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     const QString text = decode(*bytes);
     if (decode.hasError())
         return failure(QStringLiteral("standard input is not UTF-8 text"));

@@ -1,5 +1,6 @@
 #include "standardoutput.h"
 
+#include "standardstreams.h"
 #include "toolcommand.h"
 
 #include <cerrno>
@@ -26,6 +27,11 @@ void write(const QByteArray &bytes)
 {
     if (firstError != 0 || bytes.isEmpty())
         return;
+    // The null device stands in for a closed standard output: writing to it is still an error.
+    if (StandardStreams::wasClosed(StandardStreams::Output)) {
+        firstError = EBADF;
+        return;
+    }
     errno = 0;
     check(std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) == size_t(bytes.size()));
 }

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <sys/stat.h>
@@ -507,6 +508,94 @@ private slots:
         QCOMPARE(r.exitCode, 2);
         QCOMPARE(r.out, QByteArray());
         QVERIFY2(isOneLine(r.err) && r.err.contains("unexpected argument"), r.err.constData());
+    }
+
+    // ---- standard streams that are not streams
+
+    // A shell can hand the tool a folder or nothing at all as standard input, and a closed
+    // standard output: each is an error with the system's reason, never an empty text.
+    void unusableStandardStreamsAreErrors_data()
+    {
+        QTest::addColumn<QString>("shell");
+        QTest::addColumn<QByteArray>("reason");
+        const QByteArray folder("cannot read standard input: Is a directory");
+        const QByteArray closed("cannot read standard input: it is closed (Bad file descriptor)");
+        const QByteArray noOutput("cannot write standard output: Bad file descriptor");
+        QTest::newRow("scramble from a folder") << "\"$0\" scramble < /" << folder;
+        QTest::newRow("unscramble from a folder") << "\"$0\" unscramble < /" << folder;
+        QTest::newRow("json - from a folder") << "\"$0\" json - < /" << folder;
+        QTest::newRow("position read - from a folder") << "\"$0\" position read - < /" << folder;
+        QTest::newRow("scramble from a closed input") << "\"$0\" scramble <&-" << closed;
+        QTest::newRow("unscramble from a closed input") << "\"$0\" unscramble <&-" << closed;
+        QTest::newRow("position read - from a closed input")
+            << "\"$0\" position read - <&-" << closed;
+        QTest::newRow("scramble into a closed output")
+            << "echo text | \"$0\" scramble >&-" << noOutput;
+        QTest::newRow("--help into a closed output") << "\"$0\" --help >&-" << noOutput;
+    }
+
+    void unusableStandardStreamsAreErrors()
+    {
+        QFETCH(QString, shell);
+        QFETCH(QByteArray, reason);
+        QProcess process;
+        process.start(QStringLiteral("/bin/sh"),
+                      {QStringLiteral("-c"), shell, QStringLiteral(IMG_TOOL_PATH)});
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        const QByteArray err = process.readAllStandardError();
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY2(isOneLine(err) && err.contains(reason), err.constData());
+        QCOMPARE(process.readAllStandardOutput(), QByteArray());
+    }
+
+    // Numbers too large for the file's values say so, instead of "not a number".
+    void outOfRangeNumbersSaySo_data()
+    {
+        QTest::addColumn<QStringList>("values");
+        QTest::addColumn<QByteArray>("message");
+        QTest::newRow("1e308 is out of range")
+            << QStringList{"1e308", "1", "1", "1", "1", "1"}
+            << QByteArray("LEFT is out of range: \"1e308\"");
+        QTest::newRow("1e999 is out of range")
+            << QStringList{"1", "1", "1", "1", "-1e999", "1"}
+            << QByteArray("TRANSPARENCY is out of range: \"-1e999\"");
+        QTest::newRow("a layer beyond an int is out of range")
+            << QStringList{"1", "1", "1", "1", "1", "99999999999"}
+            << QByteArray("LAYER is out of range: \"99999999999\"");
+        QTest::newRow("a word is still not a number")
+            << QStringList{"1", "ten", "1", "1", "1", "1"}
+            << QByteArray("TOP is not a number: \"ten\"");
+        QTest::newRow("1e38 still fits") << QStringList{"1e38", "1", "1", "1", "1", "1"}
+                                         << QByteArray();
+    }
+
+    void outOfRangeNumbersSaySo()
+    {
+        QFETCH(QStringList, values);
+        QFETCH(QByteArray, message);
+        const Result r = ToolRun::run(QStringList{"position", "write", "-"} + values);
+        QVERIFY(!r.crashed);
+        if (message.isEmpty()) {
+            QCOMPARE(r.exitCode, 0);
+            return;
+        }
+        QCOMPARE(r.exitCode, 2);
+        QVERIFY2(isOneLine(r.err) && r.err.contains(message), r.err.constData());
+    }
+
+    // A byte-order mark at the start of a text survives the round trip through the filters.
+    void byteOrderMarkSurvivesScrambleAndUnscramble()
+    {
+        const QByteArray text("\xEF\xBB\xBFvar bookPlugin = 1;\n");
+        Setup setup;
+        setup.input = text;
+        const Result scrambled = ToolRun::run({"scramble"}, setup);
+        QCOMPARE(scrambled.exitCode, 0);
+        setup.input = scrambled.out;
+        const Result restored = ToolRun::run({"unscramble"}, setup);
+        QCOMPARE(restored.exitCode, 0);
+        QCOMPARE(restored.out, text);
     }
 
     // ---- the manual page

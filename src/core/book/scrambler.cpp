@@ -1,5 +1,7 @@
 #include "scrambler.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -194,5 +196,7 @@ std::optional<QString> unscrambleScriptString(QStringView scrambled)
         bytes[p] = char(high * 16 + low);
         third = third > 1 ? 0 : third + 1;
     }
-    return QString::fromUtf8(cryptBytes(bytes, key, kStateSize));
+    // The text comes back whole: a byte-order mark at its start is one of its characters.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return QString(decode(cryptBytes(bytes, key, kStateSize)));
 }

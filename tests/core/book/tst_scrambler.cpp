@@ -149,6 +149,7 @@ private slots:
         QTest::newRow("CJK counts three bytes") << QStringLiteral("日本") << 6;
         QTest::newRow("emoji counts four bytes") << QStringLiteral("\U0001F600") << 4;
         QTest::newRow("one byte") << "x" << 1;
+        QTest::newRow("a leading byte-order mark comes back") << QStringLiteral("\uFEFFvar a;") << 9;
     }
     void lengthAndAlphabet()
     {
