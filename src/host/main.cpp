@@ -32,7 +32,7 @@ struct Options
     int screenshotDelay = 2500;
     bool quitWhenShown = false;
     bool quitWhenPreviewLoaded = false;
-    int recovery = 0; // ask
+    int recovery = ImgSettingsController::AskTheAuthor;
 };
 
 Options parseOptions(const QCoreApplication &app)
@@ -108,7 +108,7 @@ Options parseOptions(const QCoreApplication &app)
         }
     } else if (options.quitWhenShown || options.quitWhenPreviewLoaded ||
                !options.screenshot.isEmpty()) {
-        options.recovery = 2; // nobody is there to answer
+        options.recovery = ImgSettingsController::KeepAsItIs; // nobody is there to answer
     }
     return options;
 }

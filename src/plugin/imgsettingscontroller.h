@@ -19,6 +19,12 @@ class ImgSettingsController
 public:
     virtual ~ImgSettingsController() = default;
 
+    // The stop code: closeMode(), endWindow(), QDialog::exec() and windowClosed() speak in it.
+    // The functions take and give int, as hosts built against 1.0 pass plain numbers.
+    enum CloseMode { Discard = 0, Apply = 1 };
+    // The host's answer for the author when an earlier window on the workspace died.
+    enum RecoveryAnswer { AskTheAuthor = 0, GoBack = 1, KeepAsItIs = 2 };
+
     // Whether the host runs the window modally; call it before window() is first asked for.
     virtual void setModalMode(bool modal) = 0;
     // The workspace folder; set it before window() to override the per-user default.
@@ -30,7 +36,7 @@ public:
     // Null when the window description cannot be loaded.
     virtual QDialog *window() = 0;
 
-    // The outcome, valid once the window has closed: 1 = apply, 0 = discard.
+    // The outcome, valid once the window has closed: Apply (1) or Discard (0).
     virtual int closeMode() const = 0;
     // True once the window has closed and the host may let the bundle go.
     virtual bool isCloseBundle() const = 0;
@@ -42,14 +48,14 @@ public:
 
     // When an earlier window on the same workspace died, the author is asked while the window
     // loads whether to go back to the workspace as it was before that window or keep it as it
-    // is. A host that runs without a person answers for them: 0 asks (the default), 1 goes back,
-    // 2 keeps. Call it before window().
+    // is. A host that runs without a person answers for them with a RecoveryAnswer: AskTheAuthor
+    // (the default), GoBack or KeepAsItIs. Call it before window().
     virtual void setRecoveryAnswer(int answer) = 0;
 
     // Ends an open window from code, without asking the author and without alerts (for a host
-    // that shuts down): 1 keeps the workspace as saved while editing (as the close box answered
-    // with OK does: no book script is written), 0 restores it as it was at opening (as Cancel
-    // does). The window then closes as any window does. Does nothing unless the window is open.
+    // that shuts down): Apply keeps the workspace as saved while editing (as the close box
+    // answered with OK does: no book script is written), Discard restores it as it was at
+    // opening (as Cancel does). The window then closes as any window does. Does nothing unless the window is open.
     virtual void endWindow(int closeMode) = 0;
 
     // Called with the stop code once the window has closed, however it closed; for hosts that

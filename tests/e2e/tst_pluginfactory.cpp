@@ -42,6 +42,14 @@ int main(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
+// The numbers hosts built against 1.0 pass as plain ints keep their meaning.
+static_assert(ImgSettingsController::Discard == 0 && ImgSettingsController::Apply == 1);
+static_assert(ImgSettingsController::AskTheAuthor == 0 && ImgSettingsController::GoBack == 1
+              && ImgSettingsController::KeepAsItIs == 2);
+static_assert(ImgSettingsController::WorkspaceUnavailable == 1
+              && ImgSettingsController::BackupUnavailable == 2
+              && ImgSettingsController::RestoreFailed == 4);
+
 void TestPluginFactory::interfaceIdCarriesTheKitsMajorAndMinorVersion()
 {
     // A host built against these headers asks for this IID; it must name the kit's version.

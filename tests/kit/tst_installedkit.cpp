@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <QStandardPaths>
 #include <QtTest>
 
 class TestInstalledKit : public QObject
@@ -22,6 +23,7 @@ private slots:
     void exampleHostBuiltAgainstTheKitPrintsTheStopCode();
     void installedToolFillsTheWorkspaceFromTheInstalledBundle();
     void installedHostWithoutItsBundleNamesTheInstalledPlace();
+    void installedPluginExportsOnlyItsEntryPoints();
 
 private:
     QString prefixPath(const QString &relative) const { return m_prefix + '/' + relative; }
@@ -145,4 +147,27 @@ void TestInstalledKit::installedHostWithoutItsBundleNamesTheInstalledPlace()
 }
 
 QTEST_GUILESS_MAIN(TestInstalledKit)
+
+// A host that loads the bundle sees Qt's two plugin entry points and nothing of the bundle's own
+// code or of the standard library's templates, which would otherwise bind to the host's copies.
+void TestInstalledKit::installedPluginExportsOnlyItsEntryPoints()
+{
+    if (QStandardPaths::findExecutable("nm").isEmpty())
+        QSKIP("nm is not installed");
+    const KitProcess nm = KitProcess::run(
+        "nm", {"-D", "--defined-only", bundle() + "/" IMG_BUNDLE_BINARY_SUBDIR "/libimgplugin.so"});
+    QVERIFY2(nm.ok(), nm.report().constData());
+    QStringList exported;
+    for (const QByteArray &line : nm.out.split('\n')) {
+        const QList<QByteArray> fields = line.simplified().split(' ');
+        // Code and data symbols; the linker's own markers (_edata, _end, __bss_start) are not
+        // anything the bundle offers.
+        if (fields.size() == 3 && !fields.at(2).startsWith("_edata")
+            && !fields.at(2).startsWith("_end") && !fields.at(2).startsWith("__bss_start"))
+            exported << QString::fromLatin1(fields.at(2));
+    }
+    exported.sort();
+    QCOMPARE(exported, (QStringList{"qt_plugin_instance", "qt_plugin_query_metadata_v2"}));
+}
+
 #include "tst_installedkit.moc"
