@@ -1,5 +1,6 @@
 #include "imgplugin.h"
 
+#include "bundlepaths.h"
 #include "pluginsettingsdelegate.h"
 
 #include <QCoreApplication>
@@ -90,9 +91,21 @@ ImgSettingsController *ImgPlugin::createSettingsDelegate(const QString &language
 {
     if (!hostSharesOpenGLContexts())
         return nullptr;
+    // An empty path means the host's own bundle, by design; anything else is checked, so that a
+    // refusal (or a window without its preview) always comes with its reason.
+    const QString problem = bundlePath.isEmpty() ? QString() : BundlePaths::problemWith(bundlePath);
     std::unique_ptr<PluginSettingsDelegate> delegate =
         PluginSettingsDelegate::create(languageCode, bundlePath);
-    if (!delegate)
+    if (!delegate) {
+        const QString reason = problem.isEmpty()
+                                   ? BundlePaths::problemWith(BundlePaths::mainBundlePath())
+                                   : problem;
+        qCWarning(lcPlugin).noquote() << "no settings window:"
+                                      << (reason.isEmpty() ? QStringLiteral("its description cannot be read")
+                                                           : reason);
         return nullptr;
+    }
+    if (!problem.isEmpty())
+        qCWarning(lcPlugin).noquote() << "settings window with a damaged bundle:" << problem;
     return new SettingsController(delegate.release());
 }

@@ -24,9 +24,12 @@ public:
     // A new settings window controller. languageCode (for example "en", "de", "zh_CN") picks the
     // language folder of the bundle, bundlePath the bundle whose resources the window uses; a null
     // code keeps the language set before, a null path falls back to the host's own bundle.
-    // Null when the bundle has no window description, or when the host did not set
+    // Null when bundlePath is no bundle (missing, a file, a folder inside the bundle such as its
+    // binary folder, or without window descriptions), or when the host did not set
     // Qt::AA_ShareOpenGLContexts before creating its QApplication (the window's web view needs
-    // it; a warning of the category "img.plugin" says so). The caller owns the result.
+    // it). Every refusal comes with a warning of the category "img.plugin" that names the path
+    // and what was expected there; so does a bundle without its preview page, whose window opens
+    // but shows no preview. The caller owns the result.
     virtual ImgSettingsController *createSettingsDelegate(const QString &languageCode,
                                                           const QString &bundlePath) = 0;
 };

@@ -48,6 +48,39 @@ QString resourceDirFor(const QString &bundlePath)
     return resourcePath(mainBundlePath());
 }
 
+QString problemWith(const QString &bundlePath)
+{
+    if (bundlePath.isEmpty())
+        return QStringLiteral("no bundle path was given");
+    const QFileInfo bundle(bundlePath);
+    if (!bundle.exists())
+        return QStringLiteral("%1 does not exist; expected the bundle folder (img.bundle)")
+            .arg(bundlePath);
+    if (!bundle.isDir())
+        return QStringLiteral("%1 is a file; expected the bundle folder (img.bundle)").arg(bundlePath);
+    // Inside the bundle: Contents/<binary folder> or Contents/Resources given by mistake.
+    const QDir contents = bundle.absoluteDir();
+    if (contents.dirName() == QLatin1String("Contents")
+        && QFileInfo::exists(contents.filePath(QStringLiteral("Resources")))) {
+        QDir up = contents;
+        up.cdUp();
+        return QStringLiteral("%1 is a folder inside a bundle; expected the bundle folder itself: %2")
+            .arg(bundlePath, up.absolutePath());
+    }
+    const QString resources = resourcePath(bundlePath);
+    if (!QFileInfo(resources).isDir())
+        return QStringLiteral("%1 has no Contents/Resources folder; expected the bundle folder "
+                              "(img.bundle)")
+            .arg(bundlePath);
+    const QString description = resources + QLatin1String("/en.lproj/PluginSettingsDelegate.ui");
+    if (!QFileInfo(description).isFile())
+        return QStringLiteral("%1 has no window description; expected %2").arg(bundlePath, description);
+    const QString page = resources + QLatin1String("/html/index.html");
+    if (!QFileInfo(page).isFile())
+        return QStringLiteral("%1 has no preview page; expected %2").arg(bundlePath, page);
+    return QString();
+}
+
 std::optional<QString> readProductId(const QString &resourceDir)
 {
     const QString path = resourceDir + QLatin1String("/product.id");

@@ -14,6 +14,13 @@ QString resourcePath(const QString &bundlePath);
 // The resource folder of the bundle at bundlePath if anything exists there, else the main bundle's.
 QString resourceDirFor(const QString &bundlePath);
 
+// What is wrong with bundlePath as a plugin bundle, in one line for a host developer who passed
+// it; a null string when it is one: a folder with Contents/Resources, the English window
+// description en.lproj/PluginSettingsDelegate.ui and the preview's html/index.html. Names the
+// usual mistakes: an empty or missing path, a file, the bundle's binary or resource folder
+// instead of the bundle itself.
+QString problemWith(const QString &bundlePath);
+
 // The host's product id from resourceDir/"product.id", the whole file as UTF-8 and verbatim (a
 // trailing line break stays part of it); "quillamy" when there is no such file. nullopt when the
 // file is there but cannot be read as UTF-8 text (a link is followed, but only to a regular
