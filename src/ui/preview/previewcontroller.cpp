@@ -3,6 +3,7 @@
 #include "previewpage.h"
 
 #include <QDir>
+#include <QPointer>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLoggingCategory>
@@ -169,7 +170,12 @@ void PreviewController::onLoadingChanged(const QWebEngineLoadingInfo &info)
     // done. Asked before the reload is offered, so that the load taking it does not count.
     if (m_isReloading) {
         m_isReloading = false;
+        // A listener may delete the window, and this controller with it, when it hears of the
+        // rebuild (a host deleting its controller in previewLoaded()).
+        const QPointer<PreviewController> alive(this);
         emit rebuildDone();
+        if (!alive)
+            return;
     }
     delayReloadData();
 }

@@ -29,6 +29,7 @@
 #include <QAction>
 #include <QButtonGroup>
 #include <QDir>
+#include <QPointer>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
@@ -850,9 +851,14 @@ void PluginSettingsDelegate::windowWillClose()
     else
         undoSettings();
     _isCloseBundle = true;
+    // A host may delete this controller in the dialog's finished(): nothing after the dialog
+    // has said so may touch it.
+    const QPointer<PluginSettingsDelegate> alive(this);
+    const int closeMode = _closeMode;
     if (m_window)
-        m_window->done(_closeMode);
-    emit windowClosed(_closeMode);
+        m_window->done(closeMode);
+    if (alive)
+        emit windowClosed(closeMode); // the last use of this object: a listener may delete it
 }
 
 // ---- fields, slider, canvas
