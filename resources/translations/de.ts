@@ -143,6 +143,38 @@
         <source>Only http and https links can be used.</source>
         <translation>Nur http- und https-Links lassen sich verwenden.</translation>
     </message>
+    <message>
+        <source>Apply</source>
+        <translation>Übernehmen</translation>
+    </message>
+    <message>
+        <source>Discard Changes</source>
+        <translation>Änderungen verwerfen</translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation>Weiter bearbeiten</translation>
+    </message>
+    <message>
+        <source>Alert-Image Plugin</source>
+        <translation>Image Plugin</translation>
+    </message>
+    <message>
+        <source>Alert-OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Alert-Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Alert-YES</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>Alert-NO</source>
+        <translation>Nein</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

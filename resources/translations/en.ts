@@ -143,6 +143,38 @@
         <source>Only http and https links can be used.</source>
         <translation>Only http and https links can be used.</translation>
     </message>
+    <message>
+        <source>Apply</source>
+        <translation>Apply</translation>
+    </message>
+    <message>
+        <source>Discard Changes</source>
+        <translation>Discard Changes</translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation>Keep Editing</translation>
+    </message>
+    <message>
+        <source>Alert-Image Plugin</source>
+        <translation>Image Plugin</translation>
+    </message>
+    <message>
+        <source>Alert-OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Alert-Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Alert-YES</source>
+        <translation>YES</translation>
+    </message>
+    <message>
+        <source>Alert-NO</source>
+        <translation>NO</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

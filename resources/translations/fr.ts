@@ -143,6 +143,38 @@
         <source>Only http and https links can be used.</source>
         <translation>Seuls les liens http et https peuvent être utilisés.</translation>
     </message>
+    <message>
+        <source>Apply</source>
+        <translation>Appliquer</translation>
+    </message>
+    <message>
+        <source>Discard Changes</source>
+        <translation>Annuler les modifications</translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation>Continuer la modification</translation>
+    </message>
+    <message>
+        <source>Alert-Image Plugin</source>
+        <translation>Image Plugin</translation>
+    </message>
+    <message>
+        <source>Alert-OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Alert-Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Alert-YES</source>
+        <translation>Oui</translation>
+    </message>
+    <message>
+        <source>Alert-NO</source>
+        <translation>Non</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

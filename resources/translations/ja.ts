@@ -143,6 +143,38 @@
         <source>Only http and https links can be used.</source>
         <translation>使用できるのは http と https のリンクだけです。</translation>
     </message>
+    <message>
+        <source>Apply</source>
+        <translation>適用</translation>
+    </message>
+    <message>
+        <source>Discard Changes</source>
+        <translation>変更を破棄</translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation>編集を続ける</translation>
+    </message>
+    <message>
+        <source>Alert-Image Plugin</source>
+        <translation>Image Plugin</translation>
+    </message>
+    <message>
+        <source>Alert-OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Alert-Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Alert-YES</source>
+        <translation>はい</translation>
+    </message>
+    <message>
+        <source>Alert-NO</source>
+        <translation>いいえ</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

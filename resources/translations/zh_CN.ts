@@ -143,6 +143,38 @@
         <source>Only http and https links can be used.</source>
         <translation>只能使用 http 和 https 链接。</translation>
     </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Discard Changes</source>
+        <translation>放弃更改</translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation>继续编辑</translation>
+    </message>
+    <message>
+        <source>Alert-Image Plugin</source>
+        <translation>Image Plugin</translation>
+    </message>
+    <message>
+        <source>Alert-OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Alert-Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Alert-YES</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>Alert-NO</source>
+        <translation>否</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -17,6 +17,13 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QMessageBox>
+#include <QImage>
+#include <QTimer>
+#include <QUrl>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -89,8 +96,13 @@ private slots:
     void okLeavesTheKeepListAndTheBookScript();
     void okWithoutLocatedFilesWritesAnEmptyFilesList();
     void cancelGivesBackTheOpeningTree();
-    void closeBoxAnsweredOKKeepsTheLiveState();
-    void closeBoxAnsweredCancelGivesBackTheOpeningTree();
+    void closeBoxAnsweredApplyKeepsTheLiveState();
+    void closeBoxAnsweredDiscardGivesBackTheOpeningTree();
+    void closeBoxWithoutChangesClosesWithoutAsking();
+    void closeBoxKeepEditingLeavesTheWindowOpen_data();
+    void closeBoxKeepEditingLeavesTheWindowOpen();
+    void closeBoxAsksInTheWindowsLanguage_data();
+    void closeBoxAsksInTheWindowsLanguage();
     void escapeIsTheCancelButton_data();
     void escapeIsTheCancelButton();
     void returnInAFieldKeepsTheWindowOpen_data();
@@ -100,7 +112,9 @@ private slots:
     void typingIntoAField();
     void sliderRewritesTheTransparencyField();
     void dragOfTheBoxFollowsInTheFieldsAndSavesOnRelease();
-    void layerIsSavedWithTheNextSave();
+    void layerChosenByHandIsSavedAtOnce();
+    void droppedImageIsSavedAtOnceAndKeptByTheCloseBox();
+    void linkChoiceWithoutLinkShowsAndShipsNoImage();
     void defaultRestoresTheBundlesPosition();
     void defaultFallsBackToTheWorkspaceDefaults();
     void defaultWithoutDefaultsFileChangesNothing();
@@ -169,7 +183,9 @@ void TestSettingsWindow::prepareWorkspace(const QString &ws)
     Session s = open(ws);
     QVERIFY(s.window);
     s.type("txtLeft", "10");
-    closeByCloseBox(s, "OK");
+    // The typed value is the bundle's own, so the close box would have nothing to ask: the host
+    // keeps what was saved live, as the close box's Apply does.
+    s.controller->endWindow(ImgSettingsController::Apply);
     QCOMPARE(s.controller->closeMode(), 1);
     QVERIFY(QFileInfo::exists(ws + "/settings.dat"));
 }
@@ -288,7 +304,7 @@ void TestSettingsWindow::cancelGivesBackTheOpeningTree()
     QCOMPARE(TreeSnapshot::take(ws), opening);
 }
 
-void TestSettingsWindow::closeBoxAnsweredOKKeepsTheLiveState()
+void TestSettingsWindow::closeBoxAnsweredApplyKeepsTheLiveState()
 {
     QTemporaryDir tmp;
     const QString ws = tmp.filePath("ws");
@@ -299,7 +315,7 @@ void TestSettingsWindow::closeBoxAnsweredOKKeepsTheLiveState()
     s.type("txtLeft", "33");
     const Tree live = TreeSnapshot::take(ws);
     QString alert;
-    closeByCloseBox(s, "OK", &alert);
+    closeByCloseBox(s, "Apply", &alert);
 
     QCOMPARE(alert, QStringLiteral("Do you want to apply the settings?"));
     QCOMPARE(s.controller->closeMode(), 1);
@@ -313,7 +329,7 @@ void TestSettingsWindow::closeBoxAnsweredOKKeepsTheLiveState()
     QVERIFY(!QFileInfo::exists(ws + "/files"));
 }
 
-void TestSettingsWindow::closeBoxAnsweredCancelGivesBackTheOpeningTree()
+void TestSettingsWindow::closeBoxAnsweredDiscardGivesBackTheOpeningTree()
 {
     QTemporaryDir tmp;
     const QString ws = tmp.filePath("ws");
@@ -326,11 +342,146 @@ void TestSettingsWindow::closeBoxAnsweredCancelGivesBackTheOpeningTree()
     writeFile(ws + "/.hidden/new", "created meanwhile");
     writeFile(ws + "/img.xml", "changed meanwhile");
     QString alert;
-    closeByCloseBox(s, "Cancel", &alert);
+    closeByCloseBox(s, "Discard Changes", &alert);
     QCOMPARE(alert, QStringLiteral("Do you want to apply the settings?"));
     QCOMPARE(s.controller->closeMode(), 0);
     QCOMPARE(s.controller->isCloseBundle(), true);
     QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestSettingsWindow::closeBoxWithoutChangesClosesWithoutAsking()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    const Tree opening = TreeSnapshot::take(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    // An edit taken back is no change either.
+    s.type("txtLeft", "12");
+    s.type("txtLeft", "10.0");
+    WindowDriver::AlertAnswerer answerer("Apply");
+    s.window->close();
+    QTest::qWait(300); // an alert, if one came, would have been answered by now
+    QVERIFY(!answerer.answered());
+    QVERIFY(!s.window->isVisible());
+    QCOMPARE(s.controller->closeMode(), 0);
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestSettingsWindow::closeBoxKeepEditingLeavesTheWindowOpen_data()
+{
+    QTest::addColumn<int>("how"); // 0 the button, 1 Escape, 2 the question's close box
+    QTest::newRow("Keep Editing keeps the window open") << 0;
+    QTest::newRow("Escape in the question keeps the window open") << 1;
+    QTest::newRow("the question's close box keeps the window open") << 2;
+}
+
+void TestSettingsWindow::closeBoxKeepEditingLeavesTheWindowOpen()
+{
+    QFETCH(int, how);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type("txtLeft", "33");
+    QSignalSpy finished(s.window, &QDialog::finished);
+    bool asked = false;
+    QTimer poll;
+    poll.setInterval(20);
+    connect(&poll, &QTimer::timeout, this, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        asked = true;
+        poll.stop();
+        if (how == 0) {
+            for (QAbstractButton *button : box->buttons())
+                if (button->text() == QLatin1String("Keep Editing"))
+                    button->click();
+        } else if (how == 1) {
+            QTest::keyClick(box, Qt::Key_Escape);
+        } else {
+            box->close();
+        }
+    });
+    poll.start();
+    s.window->close();
+    QTRY_VERIFY(asked);
+    QTest::qWait(100);
+    QVERIFY(s.window->isVisible());
+    QCOMPARE(finished.count(), 0);
+    QCOMPARE(s.controller->isCloseBundle(), false);
+    // The session's work is all there, and editing goes on.
+    QCOMPARE(settingsLine(ws, 0), QByteArray("33.0"));
+    s.type("txtTop", "5");
+    QCOMPARE(settingsLine(ws, 1), QByteArray("5.0"));
+    closeByCloseBox(s, "Apply");
+    QCOMPARE(s.controller->closeMode(), 1);
+    QCOMPARE(settingsLine(ws, 0), QByteArray("33.0"));
+}
+
+void TestSettingsWindow::closeBoxAsksInTheWindowsLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QStringList>("buttons");
+    QTest::newRow("English") << "en" << QStringList{"Apply", "Discard Changes", "Keep Editing"};
+    QTest::newRow("German") << "de"
+                            << QStringList{"Übernehmen", "Änderungen verwerfen", "Weiter bearbeiten"};
+    QTest::newRow("French") << "fr"
+                            << QStringList{"Appliquer", "Annuler les modifications",
+                                           "Continuer la modification"};
+    QTest::newRow("Japanese") << "ja" << QStringList{"適用", "変更を破棄", "編集を続ける"};
+    QTest::newRow("Chinese") << "zh_CN" << QStringList{"应用", "放弃更改", "继续编辑"};
+}
+
+// The question's title is the plugin's name, never the host program's, and every button speaks
+// the window's language.
+void TestSettingsWindow::closeBoxAsksInTheWindowsLanguage()
+{
+    QFETCH(QString, language);
+    QFETCH(QStringList, buttons);
+    // Each language in a process of its own: the strings table of a process is its first one.
+    if (qEnvironmentVariable("IMG_WINDOW_LANGUAGE") != language) {
+        QProcess child;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("IMG_WINDOW_LANGUAGE", language);
+        child.setProcessEnvironment(env);
+        child.setProcessChannelMode(QProcess::ForwardedChannels);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {"closeBoxAsksInTheWindowsLanguage:"
+                     + QString::fromLatin1(QTest::currentDataTag())});
+        QVERIFY(child.waitForFinished(120000));
+        QCOMPARE(child.exitCode(), 0);
+        return;
+    }
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    Session s = open(ws, bundleDir(), language);
+    QVERIFY(s.window);
+    s.type("txtLeft", "33");
+    QStringList seen;
+    QString title;
+    QTimer poll;
+    poll.setInterval(20);
+    connect(&poll, &QTimer::timeout, this, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        poll.stop();
+        title = box->windowTitle();
+        for (QAbstractButton *button : box->buttons())
+            seen << button->text();
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    poll.start();
+    s.window->close();
+    QTRY_VERIFY(!seen.isEmpty());
+    QCOMPARE(title, QStringLiteral("Image Plugin"));
+    QCOMPARE(seen, buttons);
+    s.click("btnCancel");
 }
 
 void TestSettingsWindow::escapeIsTheCancelButton_data()
@@ -561,7 +712,7 @@ void TestSettingsWindow::dragOfTheBoxFollowsInTheFieldsAndSavesOnRelease()
     s.click("btnCancel");
 }
 
-void TestSettingsWindow::layerIsSavedWithTheNextSave()
+void TestSettingsWindow::layerChosenByHandIsSavedAtOnce()
 {
     QTemporaryDir tmp;
     const QString ws = tmp.filePath("ws");
@@ -572,15 +723,81 @@ void TestSettingsWindow::layerIsSavedWithTheNextSave()
     auto *below = s.find<QRadioButton>("radLayerBelow");
     QVERIFY(above && below);
     QVERIFY(above->isChecked());
-    const QByteArray before = readFile(ws + "/settings.dat");
     QTest::mouseClick(below, Qt::LeftButton);
     QVERIFY(below->isChecked());
-    QCOMPARE(readFile(ws + "/settings.dat"), before);
-    s.type("txtLeft", "11");
+    // Saved with the click, the preview's script too, before any other edit.
     QCOMPARE(settingsLine(ws, 5), QByteArray("0"));
-    QTest::mouseClick(above, Qt::LeftButton);
+    QVERIFY2(readFile(ws + "/config.js").contains("\"layout\":0,"),
+             readFile(ws + "/config.js").constData());
+    // The close box's Apply keeps it: the stop code is 1 and the layer is the chosen one.
+    closeByCloseBox(s, "Apply");
+    QCOMPARE(s.controller->closeMode(), 1);
+    QCOMPARE(settingsLine(ws, 5), QByteArray("0"));
+}
+
+// An image dropped onto the window, as Browse… or a paste gives it, reaches the description, the
+// preview's script and the close box's Apply without the Save button.
+void TestSettingsWindow::droppedImageIsSavedAtOnceAndKeptByTheCloseBox()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    const QString picture = tmp.filePath("photo.png");
+    QImage image(40, 20, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    QVERIFY(image.save(picture));
+    Session s = open(ws);
+    QVERIFY(s.window);
+    // Dropped on the canvas, as from a file manager.
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(picture)});
+    QWidget *canvas = s.find<QWidget>("positionView");
+    QVERIFY(canvas);
+    const QPoint at = canvas->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(canvas, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(at), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(canvas, &drop);
+    QTRY_COMPARE(s.text("txtFile"), QStringLiteral("photo.png"));
+    QVERIFY2(readFile(ws + "/img.xml").contains(">photo.png</src>"),
+             readFile(ws + "/img.xml").constData());
+    QVERIFY2(readFile(ws + "/config.js").contains("photo.png"), readFile(ws + "/config.js").constData());
+    closeByCloseBox(s, "Apply");
+    QCOMPARE(s.controller->closeMode(), 1);
+
+    // The next opening shows the image.
+    Session again = open(ws);
+    QVERIFY(again.window);
+    QCOMPARE(again.text("txtFile"), QStringLiteral("photo.png"));
+    again.click("btnCancel");
+}
+
+// With the Link choice and no link, the book has no image: not in the description, the preview
+// or the published files, whatever file was chosen before.
+void TestSettingsWindow::linkChoiceWithoutLinkShowsAndShipsNoImage()
+{
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    writeFile(ws + "/pic.png", QByteArray("\x89PNG\r\n\x1a\n", 8));
+    QByteArray xml = readFile(ws + "/img.xml");
+    xml.replace("<src type=\"file\"></src>", "<src type=\"file\">pic.png</src>");
+    writeFile(ws + "/img.xml", xml);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    QCOMPARE(s.text("txtFile"), QStringLiteral("pic.png"));
+    auto *link = s.find<QRadioButton>("rdoLink");
+    QVERIFY(link);
+    // On the button's circle: a wide radio button takes clicks on its circle and text only.
+    QTest::mouseClick(link, Qt::LeftButton, {}, QPoint(8, link->height() / 2));
+    QVERIFY(link->isChecked());
+    QVERIFY2(readFile(ws + "/img.xml").contains("<src type=\"file\"/>"),
+             readFile(ws + "/img.xml").constData());
+    QVERIFY(!readFile(ws + "/config.js").contains("pic.png"));
     s.click("btnOK");
-    QCOMPARE(settingsLine(ws, 5), QByteArray("1"));
+    QCOMPARE(readFile(ws + "/files"), QByteArray());
+    QVERIFY(!QFileInfo::exists(ws + "/pic.png"));
 }
 
 void TestSettingsWindow::defaultRestoresTheBundlesPosition()

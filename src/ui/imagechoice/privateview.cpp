@@ -201,6 +201,8 @@ void PrivateView::onChoose(int tag)
 {
     Q_UNUSED(tag)
     chooseLocate(selectedTag());
+    // What the book shows follows the choice at once: the link (empty or not) or the file.
+    onSave(nullptr);
     emit imageChoiceChanged();
 }
 
@@ -428,6 +430,9 @@ void PrivateView::refreshLocateFile(const QString &path)
     m_files = QStringList{name};
     if (copied) {
         showFile(name);
+        // A chosen image is saved at once, like every other edit: the description, the
+        // owner's settings and the preview follow.
+        onSave(nullptr);
     } else {
         LogAlert::AlertOKWithMessage(
             loadAppString(QStringLiteral("PrivateV-Copy Failed!"), QStringLiteral("Copy Failed!")),

@@ -91,8 +91,9 @@ public:
     // The link the choice shows; empty when the file is chosen.
     QString chosenLink() const;
 
-    // The workspace files the setting refers to (at most one name, relative to the workspace).
-    QStringList locateFiles() const { return m_files; }
+    // The workspace files the book uses (at most one name, relative to the workspace): none
+    // while a link is chosen, whatever file was chosen before.
+    QStringList locateFiles() const { return selectedTag() == FileTag ? m_files : QStringList(); }
     // The preview leaves no clicked link alone: web links go to the system browser.
     bool ignoreOpenURL() const { return false; }
 

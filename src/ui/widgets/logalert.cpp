@@ -1,5 +1,7 @@
 #include "logalert.h"
 
+#include "localisation.h"
+
 #include <QApplication>
 #include <QLoggingCategory>
 #include <QMessageBox>
@@ -9,6 +11,14 @@ Q_LOGGING_CATEGORY(lcAlert, "img.alert", QtWarningMsg)
 
 namespace {
 
+// A text of the alerts in the window's language. The keys carry a prefix: a table may give
+// "OK" as "OK", which a key of its own would read as no translation.
+QString localised(const char *english)
+{
+    const QString text = QString::fromUtf8(english);
+    return loadAppString(QStringLiteral("Alert-") + text, text);
+}
+
 // Runs an alert with buttons in the given order and answers the index of the button that
 // closed it, -1 when none did. The first button is the default (Return); escapeIndex names the
 // button that Escape and the window's close box press, -1 for none set.
@@ -17,6 +27,8 @@ int runAlert(const QString &message, const QString &text, const QStringList &tit
 {
     QMessageBox box(QApplication::activeWindow());
     box.setWindowModality(Qt::ApplicationModal);
+    // The plugin's name, not the host program's, which Qt would take for a title.
+    box.setWindowTitle(localised("Image Plugin"));
     box.setIcon(QMessageBox::NoIcon);
     box.setText(message);
     box.setInformativeText(text);
@@ -40,17 +52,17 @@ int runAlert(const QString &message, const QString &text, const QStringList &tit
 
 void LogAlert::AlertOKWithMessage(const QString &message, const QString &text)
 {
-    runAlert(message, text, {QStringLiteral("OK")}, 0);
+    runAlert(message, text, {localised("OK")}, 0);
 }
 
 bool LogAlert::AlertYesNoWithMessage(const QString &message, const QString &text)
 {
-    return runAlert(message, text, {QStringLiteral("YES"), QStringLiteral("NO")}, 1) != 1;
+    return runAlert(message, text, {localised("YES"), localised("NO")}, 1) != 1;
 }
 
 bool LogAlert::AlertOKCancelWithMessage(const QString &message, const QString &text)
 {
-    return runAlert(message, text, {QStringLiteral("OK"), QStringLiteral("Cancel")}, 1) != 1;
+    return runAlert(message, text, {localised("OK"), localised("Cancel")}, 1) != 1;
 }
 
 int LogAlert::AlertWithButtons(const QString &message, const QString &text,

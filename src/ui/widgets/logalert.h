@@ -5,7 +5,8 @@
 
 // The bundle's three modal alerts. Each runs application-modal on the main thread and returns
 // once the user has answered; message is the main text, text the smaller informative text (an
-// empty text gives an empty line). Callers pass texts already localised.
+// empty text gives an empty line). Callers pass texts already localised; the alerts' own texts
+// (the title "Image Plugin" and the buttons' titles) are in the window's language.
 class LogAlert
 {
 public:

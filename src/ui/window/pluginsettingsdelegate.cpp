@@ -316,6 +316,7 @@ bool PluginSettingsDelegate::awakeFromNib()
         m_privateView->onSave(nullptr);
     // Undo stops at the position the window opened with.
     m_history->reset(currentPosition());
+    m_openingState = keptState();
     return true;
 }
 
@@ -553,7 +554,7 @@ void PluginSettingsDelegate::loadSettingFromFile(const QString &path)
 void PluginSettingsDelegate::saveGlobalSettings()
 {
     if (!_workSpace.isEmpty() && FileOps::isDir(_workSpace)) {
-        // The layer choice is read only here: choosing a layer alone is saved with the next save.
+        // The record takes its layer from the chosen button, which every save reads.
         ptRect->setLayer(chosenLayer());
         // What saveToFile() writes, formatted once: the script takes its position from the same
         // text, read as a reader of the file would.
@@ -827,22 +828,60 @@ void PluginSettingsDelegate::closeWindow()
     windowWillClose();
 }
 
+QString PluginSettingsDelegate::keptState() const
+{
+    QString choice;
+    if (m_privateView) {
+        const int tag = m_privateView->selectedTag();
+        const QLineEdit *field =
+            tag == PrivateView::LinkTag ? m_privateView->txtLink() : m_privateView->txtFile();
+        choice = QString::number(tag) + QLatin1Char(':') + (field ? field->text() : QString());
+    }
+    return QString::fromUtf8(currentPosition().toText()) + QLatin1Char('\n') + choice;
+}
+
+int PluginSettingsDelegate::askHowToClose()
+{
+    // Nothing to apply: Discard gives back the opening's workspace, which is what the author has.
+    if (keptState() == m_openingState)
+        return Discard;
+    const auto text = [](const char *english) {
+        const QString key = QString::fromUtf8(english);
+        return loadAppString(key, key);
+    };
+    // Escape and the question's close box keep the window open: an author who closes the
+    // question has not chosen to lose the session's work.
+    enum { ApplyButton, DiscardButton, KeepEditingButton };
+    const int answer = LogAlert::AlertWithButtons(
+        text("Do you want to apply the settings?"), QString(),
+        {text("Apply"), text("Discard Changes"), text("Keep Editing")}, KeepEditingButton);
+    switch (answer) {
+    case ApplyButton:
+        return Apply;
+    case DiscardButton:
+        return Discard;
+    default:
+        return -1;
+    }
+}
+
 void PluginSettingsDelegate::windowWillClose()
 {
     if (m_closed)
         return;
     m_closed = true; // the question below runs a modal loop; nothing may close twice meanwhile
+    if (!isOKCancelButton) {
+        const int answer = askHowToClose();
+        if (answer < 0) {
+            m_closed = false; // the author goes on editing: the window stays as it is
+            return;
+        }
+        _closeMode = answer;
+    }
     if (repeatTimer) {
         repeatTimer->stop();
         delete repeatTimer;
         repeatTimer = nullptr;
-    }
-    if (!isOKCancelButton) {
-        const QString question = QStringLiteral("Do you want to apply the settings?");
-        _closeMode =
-            LogAlert::AlertOKCancelWithMessage(loadAppString(question, question), QString())
-                ? Apply
-                : Discard;
     }
     // Closing by the close box and answering OK keeps the live state as it is: no book script,
     // no file list, no clean-up. Only the OK button prepares the workspace for the book.
@@ -1017,11 +1056,13 @@ void PluginSettingsDelegate::wireHistory()
 {
     m_history = new PositionHistory([this](const PositionRect &p) { applyPosition(p); }, this);
     addHistoryActions();
-    // Choosing a layer is a step of its own, though it is saved only with the next save.
+    // Choosing a layer is an edit like any other: saved at once and a step of its own.
     if (matLayer)
         connect(matLayer, &QButtonGroup::idToggled, this, [this](int, bool checked) {
-            if (checked && !m_selectingLayer)
-                recordEdit(PositionHistory::Edit::Layer);
+            if (!checked || m_selectingLayer)
+                return;
+            saveGlobalSettings();
+            recordEdit(PositionHistory::Edit::Layer);
         });
     // A slider drag is one transparency change, however many values it passes.
     if (sldTrans) {

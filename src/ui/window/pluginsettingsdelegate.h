@@ -196,6 +196,11 @@ private:
     void applyPosition(const PositionRect &position);
     void refreshPreview();
     void closeWindow();
+    // What the author would keep: the position in its file form and the image choice as its
+    // source and text. The close box asks only when this differs from the opening's.
+    QString keptState() const;
+    // The close box's question: Apply, Discard, or -1 to keep editing.
+    int askHowToClose();
     void recoverWorkspace();
     // Writes the preview's "config.js" from the description and the position file.
     void writePreviewScript();
@@ -263,6 +268,7 @@ private:
     std::unique_ptr<SettingsDialog> m_window;
     bool m_windowLoaded = false;
     bool m_closed = false;
+    QString m_openingState; // keptState() once the window had loaded
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(PluginSettingsDelegate::Problems)

@@ -306,7 +306,8 @@ void TestPrivateView::choosingASourceEnablesItsControls()
     view->chooseLocate(0);
     QVERIFY(!view->btnBrowse()->isEnabled());
     QCOMPARE(view->selectedTag(), 1);
-    QCOMPARE(owner.saves, 0);
+    // Each choice the author clicked was saved at once; chooseLocate alone saves nothing.
+    QCOMPARE(owner.saves, 2);
 }
 
 void TestPrivateView::typingInTheLinkSavesAfterEveryCharacterButNotWhenEmptied()
@@ -316,25 +317,28 @@ void TestPrivateView::typingInTheLinkSavesAfterEveryCharacterButNotWhenEmptied()
     view->show();
     qobject_cast<QRadioButton *>(view->mxtChoose()->button(0))->click();
     const QString xml = m_workspace + "/img.xml";
-    QTest::keyClick(view->txtLink(), Qt::Key_A);
+    // Choosing the link is saved at once: the book has no image until a link is typed.
     QCOMPARE(owner.saves, 1);
+    QCOMPARE(srcOf(xml), QString());
+    QTest::keyClick(view->txtLink(), Qt::Key_A);
+    QCOMPARE(owner.saves, 2);
     QCOMPARE(srcOf(xml), QStringLiteral("a"));
     QTest::keyClick(view->txtLink(), Qt::Key_B);
-    QCOMPARE(owner.saves, 2);
+    QCOMPARE(owner.saves, 3);
     QCOMPARE(srcOf(xml), QStringLiteral("ab"));
     QTest::keyClick(view->txtLink(), Qt::Key_Backspace);
-    QCOMPARE(owner.saves, 3);
+    QCOMPARE(owner.saves, 4);
     QCOMPARE(srcOf(xml), QStringLiteral("a"));
     QTest::keyClick(view->txtLink(), Qt::Key_Backspace);
     QCOMPARE(view->txtLink()->text(), QString());
-    QCOMPARE(owner.saves, 3);
+    QCOMPARE(owner.saves, 4);
     QCOMPARE(srcOf(xml), QStringLiteral("a"));
     // Text set by the program is no edit, and only the link field's edits count.
     view->txtLink()->setText("http://set.example");
     view->controlTextDidChange(view->txtFile());
-    QCOMPARE(owner.saves, 3);
-    view->controlTextDidChange(view->txtLink());
     QCOMPARE(owner.saves, 4);
+    view->controlTextDidChange(view->txtLink());
+    QCOMPARE(owner.saves, 5);
 }
 
 void TestPrivateView::firstSaveWithoutWorkspaceDescriptionStartsFromTheBundles()
@@ -342,10 +346,10 @@ void TestPrivateView::firstSaveWithoutWorkspaceDescriptionStartsFromTheBundles()
     Owner owner;
     auto view = makeView(m_workspace, &owner);
     QVERIFY(QFile::remove(m_workspace + "/img.xml"));
-    view->mxtChoose()->button(0)->click();
+    view->mxtChoose()->button(0)->click(); // saved at once, from the bundle's description
     view->txtLink()->setText("http://example.com/p.png");
     QVERIFY(view->onSave());
-    QCOMPARE(owner.saves, 1);
+    QCOMPARE(owner.saves, 2);
     const QByteArray written = readAll(m_workspace + "/img.xml");
     QCOMPARE(written,
              QByteArray("<info><opacity type=\"number\">1</opacity><layout type=\"number\">1"
@@ -382,7 +386,7 @@ void TestPrivateView::savesEditTheTreeTheyLastReadOrWrote()
     }
     // The tree the display was loaded from served the first save, the saved one the others.
     QCOMPARE(view->descriptionParses(), 0);
-    QCOMPARE(owner.saves, 3);
+    QCOMPARE(owner.saves, 4); // three saves and the click that chose the link
 }
 
 void TestPrivateView::descriptionChangedSinceTheLastSaveIsReadAgain_data()
@@ -499,7 +503,7 @@ void TestPrivateView::saveWritesTheChoiceIntoSrcExactly()
     (tag == 0 ? view->txtLink() : view->txtFile())->setText(text);
     QVERIFY(view->onSave());
     QCOMPARE(readAll(m_workspace + "/img.xml"), after);
-    QCOMPARE(owner.saves, 1);
+    QCOMPARE(owner.saves, 2); // the click's save and this one
 }
 
 void TestPrivateView::brokenWorkspaceDescriptionFallsBackToTheBundles_data()
@@ -643,9 +647,9 @@ void TestPrivateView::choosingAnImageWithAClashingNameKeepsTheOldFileUnderATimeS
     QCOMPARE(view->locateFiles(), QStringList{"photo.png"});
     QCOMPARE(refreshed.count(), 1);
     QCOMPARE(refreshed.first().at(1).toBool(), true);
-    // The choice reaches img.xml only at the next save.
-    QCOMPARE(srcOf(m_workspace + "/img.xml"), QString());
-    QCOMPARE(owner.saves, 0);
+    // The chosen image is saved at once, like every other edit.
+    QCOMPARE(srcOf(m_workspace + "/img.xml"), QStringLiteral("photo.png"));
+    QCOMPARE(owner.saves, 1);
 }
 
 void TestPrivateView::choosingAFileInsideTheWorkspaceCopiesNothing()
@@ -834,7 +838,8 @@ void TestPrivateView::browsingRunsTheImageChooserAndCopiesTheChosenFile()
     QCOMPARE(readAll(m_workspace + "/sunset.jpg"), QByteArray("sunset"));
     QCOMPARE(view->txtFile()->text(), QStringLiteral("sunset.jpg"));
     QCOMPARE(view->locateFiles(), QStringList{"sunset.jpg"});
-    QCOMPARE(owner.saves, 0);
+    QCOMPARE(srcOf(m_workspace + "/img.xml"), QStringLiteral("sunset.jpg"));
+    QCOMPARE(owner.saves, 1);
 }
 
 void TestPrivateView::endBrowseImageLeavesTheFileWorkToTheMainThread()

@@ -15,6 +15,7 @@ struct Seen
 {
     bool found = false;
     Qt::WindowModality modality = Qt::NonModal;
+    QString title;
     QString text;
     QString informativeText;
     QStringList buttons;
@@ -32,6 +33,7 @@ bool runAndAnswer(Alert alert, const QString &clickTitle, int key, Seen *seen)
             return;
         seen->found = true;
         seen->modality = box->windowModality();
+        seen->title = box->windowTitle();
         seen->text = box->text();
         seen->informativeText = box->informativeText();
         const auto buttons = box->buttons();
@@ -142,6 +144,9 @@ void TestLogAlert::alertsShowTheirButtonsInOrderWithTheirKeys()
     runAndAnswer(alert, buttons.first(), 0, &seen);
     QVERIFY(seen.found);
     QCOMPARE(seen.modality, Qt::ApplicationModal);
+    // The plugin's name, never the host program's file name that Qt would put there.
+    QCOMPARE(seen.title, QStringLiteral("Image Plugin"));
+    QVERIFY(QCoreApplication::applicationName() != seen.title);
     QCOMPARE(seen.buttons, buttons);
     QCOMPARE(seen.defaultButton, returnButton);
     if (alert != Alert::OK)
