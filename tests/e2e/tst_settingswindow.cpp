@@ -580,6 +580,12 @@ void TestSettingsWindow::typingIntoAField_data()
     QTest::newRow("lone point stores 0") << "txtTop"
                                          << "."
                                          << "." << 1 << QByteArray("0.0");
+    QTest::newRow("a typed comma is the decimal point: 12,5 gives 12.5")
+        << "txtLeft" << "12,5" << "12.5" << 0 << QByteArray("12.5");
+    QTest::newRow("a comma after a point is dropped like a second point")
+        << "txtTop" << "1.2," << "1.2" << 1 << QByteArray("1.2");
+    QTest::newRow("a comma in the transparency is its decimal point")
+        << "txtTransparency" << "7,5" << "7.5" << 4 << QByteArray("7.5");
     QTest::newRow("transparency typed") << "txtTransparency"
                                         << "45"
                                         << "45" << 4 << QByteArray("45.0");

@@ -3,7 +3,9 @@
 #include "fileops.h"
 #include "localisation.h"
 
+#include <QDateTime>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QMimeData>
 #include <QUrl>
 
@@ -18,6 +20,28 @@ Verdict refused(Reason reason)
     return verdict;
 }
 
+// Whether the file's bytes begin as an image of the types the window takes, whatever its
+// name says. A drag asks again at every move: the answer for the last file is kept while the
+// file stays as it was.
+bool readsAsImage(const QFileInfo &info)
+{
+    static QString lastPath;
+    static QDateTime lastModified;
+    static qint64 lastSize = -1;
+    static bool lastAnswer = false;
+    if (info.absoluteFilePath() == lastPath && info.lastModified() == lastModified &&
+        info.size() == lastSize)
+        return lastAnswer;
+    QImageReader reader(info.absoluteFilePath());
+    reader.setDecideFormatFromContent(true);
+    const QByteArray format = reader.canRead() ? reader.format() : QByteArray();
+    lastPath = info.absoluteFilePath();
+    lastModified = info.lastModified();
+    lastSize = info.size();
+    lastAnswer = format == "jpeg" || format == "png" || format == "gif";
+    return lastAnswer;
+}
+
 Verdict localFile(const QString &path)
 {
     const QFileInfo info(path);
@@ -29,6 +53,8 @@ Verdict localFile(const QString &path)
     // The copy into the workspace reads the file: a FIFO or device would never end.
     if (!FileOps::isRegularFile(path, FileOps::ReadLinks::Follow))
         return refused(Reason::Unreadable);
+    if (!readsAsImage(info))
+        return refused(Reason::NotAnImage);
     Verdict verdict;
     verdict.kind = Kind::ImageFile;
     verdict.reason = Reason::None;
@@ -101,6 +127,11 @@ Verdict classify(const QMimeData *data)
     return refused(Reason::Nothing);
 }
 
+Verdict classifyFile(const QString &path)
+{
+    return localFile(path);
+}
+
 QString reasonText(Reason reason)
 {
     switch (reason) {
@@ -118,6 +149,8 @@ QString reasonText(Reason reason)
                          "used.");
     case Reason::Unreadable:
         return appString("This file cannot be read.");
+    case Reason::NotAnImage:
+        return appString("This file is not an image that can be read.");
     case Reason::OtherLink:
         return appString("Only http and https links can be used.");
     }

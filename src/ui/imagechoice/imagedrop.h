@@ -19,6 +19,7 @@ enum class Reason {
     Folder,         // a folder, whatever its name
     NotAnImageType, // a file whose type the image chooser would not offer
     Unreadable,     // a name of an image type that is no regular file (gone, or a device)
+    NotAnImage,     // a regular file named as an image whose bytes are no JPEG, GIF or PNG
     OtherLink,      // a link of another scheme than http or https (ftp, mailto, …)
     NotALink,       // text that is no link
 };
@@ -39,6 +40,9 @@ QStringList imageTypes();
 Verdict classify(const QMimeData *data);
 // Classifies a single link or path given as text (a typed or pasted line).
 Verdict classifyText(const QString &text);
+// Classifies a local file as the image chooser's answer or a dropped file: only a regular file
+// of an image type whose bytes read as JPEG, GIF or PNG is taken (its header is read, no more).
+Verdict classifyFile(const QString &path);
 
 // What the author is told about a refusal, in the window's language; empty when not refused.
 QString reasonText(Reason reason);

@@ -3,6 +3,7 @@
 #include "bundlepaths.h"
 #include "fileops.h"
 #include "framepainter.h"
+#include "imagedrop.h"
 #include "imagefacts.h"
 #include "localisation.h"
 #include "logalert.h"
@@ -425,6 +426,17 @@ void PrivateView::endBrowseImage(VelPanel *panel)
 
 void PrivateView::refreshLocateFile(const QString &path)
 {
+    // A file that is there but is no image of the four types is refused as a drop refuses it,
+    // with the same reason, and nothing is copied. One that cannot be copied at all (gone
+    // meanwhile, a folder) still gives "Copy Failed!".
+    if (FileOps::isRegularFile(path, FileOps::ReadLinks::Follow)) {
+        const ImageDrop::Verdict verdict = ImageDrop::classifyFile(path);
+        if (verdict.kind != ImageDrop::Kind::ImageFile) {
+            LogAlert::AlertOKWithMessage(ImageDrop::reasonText(verdict.reason), QString());
+            emit locateFileRefreshed(path, false);
+            return;
+        }
+    }
     const bool copied = saveFile2Workspace(path);
     const QString name = QFileInfo(path).fileName();
     m_files = QStringList{name};

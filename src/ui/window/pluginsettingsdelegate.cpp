@@ -918,6 +918,8 @@ PositionHistory::Edit PluginSettingsDelegate::fieldEdit(const QLineEdit *field) 
 
 QString PluginSettingsDelegate::checkStringFrom(const QString &text)
 {
+    if (text.endsWith(QLatin1Char(',')))
+        return UtilityFunction::checkFloatValueStringFrom(text.chopped(1) + QLatin1Char('.'));
     return UtilityFunction::checkFloatValueStringFrom(text);
 }
 

@@ -134,8 +134,9 @@ public:
     bool isWindowOpen() const;
     Problems problems() const { return m_problems; }
 
-    // The keystroke filter of the number fields: a last character that is neither a digit nor
-    // the first point is dropped.
+    // The keystroke filter of the number fields: a comma just typed is the decimal point, as
+    // German or French authors type it; a last character that is neither a digit nor the first
+    // point is dropped.
     static QString checkStringFrom(const QString &text);
 
 public slots:

@@ -3,9 +3,11 @@
 
 #include "imagedrop.h"
 #include "testenv.h"
+#include "testimages.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -39,10 +41,11 @@ void TestImageDrop::initTestCase()
     TestEnv::isolate();
     QVERIFY(m_dir.isValid());
     for (const char *name : {"photo.png", "SHOUT.JPG", "scan.jpeg", "anim.gif", "notes.txt",
-                             "picture.png.txt", "with blank.png"}) {
+                             "picture.png.txt", "with blank.png", "words.png"}) {
         QFile file(at(name));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("bytes");
+        const bool image = QFileInfo(at(name)).suffix() != "txt" && QLatin1String(name) != "words.png";
+        file.write(image ? TestImages::bytes(name, name) : QByteArray("bytes"));
     }
     QVERIFY(QDir().mkpath(at("album")));
     QVERIFY(QDir().mkpath(at("folder.png")));
@@ -80,6 +83,8 @@ void TestImageDrop::classifyDraggedData_data()
         << QList<QUrl>{file("album")} << "" << K::Refused << R::Folder << "";
     QTest::newRow("folder named like a png is refused")
         << QList<QUrl>{file("folder.png")} << "" << K::Refused << R::Folder << "";
+    QTest::newRow("text named like a png is refused: its bytes are no image")
+        << QList<QUrl>{file("words.png")} << "" << K::Refused << R::NotAnImage << "";
     QTest::newRow("missing png is refused")
         << QList<QUrl>{file("gone.png")} << "" << K::Refused << R::Unreadable << "";
     QTest::newRow("fifo named like a png is refused")
@@ -170,6 +175,7 @@ void TestImageDrop::everyRefusalSaysWhy_data()
     QTest::newRow("folder") << R::Folder << "folder";
     QTest::newRow("several") << R::SeveralItems << "one";
     QTest::newRow("unreadable") << R::Unreadable << "read";
+    QTest::newRow("not an image") << R::NotAnImage << "image";
     QTest::newRow("other link names the schemes") << R::OtherLink << "https";
     QTest::newRow("not a link") << R::NotALink << "link";
     QTest::newRow("nothing") << R::Nothing << "link";

@@ -5,6 +5,7 @@
 #include "simplecell.h"
 #include "specialentries.h"
 #include "testenv.h"
+#include "testimages.h"
 #include "uiloader.h"
 #include "velpanel.h"
 #include "xmlhelpers.h"
@@ -134,6 +135,8 @@ private slots:
     void endBrowseImageLeavesTheFileWorkToTheMainThread();
     void viewDrawsItsRoundedGreyBorder();
     void answersForTheWindowAndThePreview();
+    void fileThatIsNoImageIsRefusedWhenChosen_data();
+    void fileThatIsNoImageIsRefusedWhenChosen();
     void imageFactsShowBesideTheName_data();
     void imageFactsShowBesideTheName();
 
@@ -198,10 +201,15 @@ std::unique_ptr<PrivateView> TestPrivateView::makeView(const QString &workspace,
     return view;
 }
 
+QByteArray imageBytes(const QByteArray &content, const QString &name)
+{
+    return TestImages::bytes(content, name);
+}
+
 QString TestPrivateView::image(const QString &name, const QByteArray &content)
 {
     const QString path = m_dir->filePath("outside/" + name);
-    writeAll(path, content);
+    writeAll(path, imageBytes(content, name));
     return path;
 }
 
@@ -244,7 +252,7 @@ void TestPrivateView::absoluteSrcSelectsTheFileCopiesItAndShowsOnlyItsName()
     Owner owner;
     auto view = makeView(m_workspace, &owner);
     QCOMPARE(view->selectedTag(), 1);
-    QCOMPARE(readAll(m_workspace + "/holiday.png"), QByteArray("picture bytes"));
+    QCOMPARE(readAll(m_workspace + "/holiday.png"), imageBytes("picture bytes", "holiday.png"));
     QCOMPARE(view->txtFile()->text(), QStringLiteral("holiday.png"));
     QCOMPARE(view->locateFiles(), QStringList{"holiday.png"});
     QVERIFY(view->btnBrowse()->isEnabled());
@@ -639,7 +647,7 @@ void TestPrivateView::choosingAnImageWithAClashingNameKeepsTheOldFileUnderATimeS
     const QString chosen = image("photo.png", "new");
     QSignalSpy refreshed(view.get(), &PrivateView::locateFileRefreshed);
     view->refreshLocateFile(chosen);
-    QCOMPARE(readAll(m_workspace + "/photo.png"), QByteArray("new"));
+    QCOMPARE(readAll(m_workspace + "/photo.png"), imageBytes("new", "photo.png"));
     const QStringList kept = timeStampNames(m_workspace);
     QCOMPARE(kept.size(), 1);
     QCOMPARE(readAll(m_workspace + "/" + kept.first()), QByteArray("old"));
@@ -656,7 +664,7 @@ void TestPrivateView::choosingAFileInsideTheWorkspaceCopiesNothing()
 {
     Owner owner;
     auto view = makeView(m_workspace, &owner);
-    QVERIFY(writeAll(m_workspace + "/pics/inside.png", "in"));
+    QVERIFY(writeAll(m_workspace + "/pics/inside.png", imageBytes("in", "inside.png")));
     const QStringList before = QDir(m_workspace).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
     QVERIFY(view->saveFile2Workspace(m_workspace + "/pics/inside.png"));
     view->refreshLocateFile(m_workspace + "/pics/inside.png");
@@ -680,7 +688,7 @@ void TestPrivateView::oddFileNamesAreCopiedAsTheyAre()
     Owner owner;
     auto view = makeView(m_workspace, &owner);
     view->refreshLocateFile(image(name, "odd"));
-    QCOMPARE(readAll(m_workspace + "/" + name), QByteArray("odd"));
+    QCOMPARE(readAll(m_workspace + "/" + name), imageBytes("odd", name));
     QCOMPARE(view->txtFile()->text(), name);
     QCOMPARE(view->locateFiles(), QStringList{name});
     view->btnSave()->click();
@@ -718,7 +726,7 @@ void TestPrivateView::unwritableWorkspaceShowsCopyFailedAndLosesNoFile()
     QCOMPARE(view->txtFile()->text(), QStringLiteral("old.png"));
     // The list already names the new file, as it is.
     QCOMPARE(view->locateFiles(), QStringList{"new.png"});
-    QCOMPARE(readAll(chosen), QByteArray("keep me"));
+    QCOMPARE(readAll(chosen), imageBytes("keep me", "new.png"));
     QCOMPARE(refreshed.count(), 1);
     QCOMPARE(refreshed.first().at(1).toBool(), false);
 }
@@ -835,7 +843,7 @@ void TestPrivateView::browsingRunsTheImageChooserAndCopiesTheChosenFile()
                  filters.first().contains("*.jpeg") && filters.first().contains("*.gif") &&
                  filters.first().contains("*.png"),
              qPrintable(filters.join('|')));
-    QCOMPARE(readAll(m_workspace + "/sunset.jpg"), QByteArray("sunset"));
+    QCOMPARE(readAll(m_workspace + "/sunset.jpg"), imageBytes("sunset", "sunset.jpg"));
     QCOMPARE(view->txtFile()->text(), QStringLiteral("sunset.jpg"));
     QCOMPARE(view->locateFiles(), QStringList{"sunset.jpg"});
     QCOMPARE(srcOf(m_workspace + "/img.xml"), QStringLiteral("sunset.jpg"));
@@ -860,7 +868,7 @@ void TestPrivateView::endBrowseImageLeavesTheFileWorkToTheMainThread()
     QVERIFY(!refreshThread);
     QTRY_VERIFY(refreshThread);
     QCOMPARE(refreshThread, qApp->thread());
-    QCOMPARE(readAll(m_workspace + "/dawn.png"), QByteArray("dawn"));
+    QCOMPARE(readAll(m_workspace + "/dawn.png"), imageBytes("dawn", "dawn.png"));
     QCOMPARE(view->txtFile()->text(), QStringLiteral("dawn.png"));
 }
 
@@ -903,6 +911,57 @@ void TestPrivateView::answersForTheWindowAndThePreview()
     QCOMPARE(srcOf(m_workspace + "/img.xml"), QString());
 }
 
+void TestPrivateView::fileThatIsNoImageIsRefusedWhenChosen_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("reason");
+    const QString notAnImage = QStringLiteral("Diese Datei ist kein lesbares Bild.");
+    QTest::newRow("text named .png") << "notes.png" << QByteArray("plain words, no pixels")
+                                     << notAnImage;
+    QTest::newRow("empty file named .jpg") << "empty.jpg" << QByteArray() << notAnImage;
+    QTest::newRow("a PNG named .gif is still an image")
+        << "swapped.gif" << imageBytes("swapped", "x.png") << QString();
+    QTest::newRow("a BMP named .png is no image the book takes")
+        << "bitmap.png" << QByteArray("BM") + QByteArray(60, '\0') << notAnImage;
+}
+
+// The image chooser's answer is checked as a drop is: a file that is no JPEG, GIF or PNG is
+// refused with the drop's reason, in the window's language, and nothing reaches the workspace.
+void TestPrivateView::fileThatIsNoImageIsRefusedWhenChosen()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, reason);
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    const QString chosen = m_dir->filePath("outside/" + name);
+    QVERIFY(writeAll(chosen, bytes));
+    const QStringList before = QDir(m_workspace).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    const QByteArray description = readAll(m_workspace + "/img.xml");
+    QString message = "none";
+    ModalAnswer::next([&](QWidget *modal) {
+        if (auto *box = qobject_cast<QMessageBox *>(modal)) {
+            message = box->text();
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+    });
+    QSignalSpy refreshed(view.get(), &PrivateView::locateFileRefreshed);
+    view->refreshLocateFile(chosen);
+    QCOMPARE(refreshed.count(), 1);
+    if (reason.isEmpty()) {
+        QCOMPARE(refreshed.first().at(1).toBool(), true);
+        QCOMPARE(readAll(m_workspace + "/" + name), bytes);
+        return;
+    }
+    QCOMPARE(message, reason);
+    QCOMPARE(refreshed.first().at(1).toBool(), false);
+    QCOMPARE(QDir(m_workspace).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);
+    QCOMPARE(readAll(m_workspace + "/img.xml"), description);
+    QCOMPARE(view->txtFile()->text(), QString());
+    QCOMPARE(owner.saves, 0);
+}
+
 void TestPrivateView::imageFactsShowBesideTheName_data()
 {
     QTest::addColumn<QString>("name");
@@ -914,9 +973,6 @@ void TestPrivateView::imageFactsShowBesideTheName_data()
                                                          << "64 × 48 Pixel" << QSize(32, 24);
     QTest::newRow("jpeg: size in pixels and a thumbnail") << "tall.jpeg" << QByteArray("JPG") << ""
                                                           << "30 × 60 Pixel" << QSize(16, 32);
-    QTest::newRow("text named .png: says it is no image")
-        << "notes.png" << QByteArray() << ""
-        << "Diese Datei ist kein lesbares Bild." << QSize();
     QTest::newRow("file gone from the workspace: says it is missing")
         << "wide.png" << QByteArray("PNG") << "remove"
         << "Die Bilddatei fehlt." << QSize();
@@ -937,16 +993,11 @@ void TestPrivateView::imageFactsShowBesideTheName()
     QVERIFY(view->lblImageFacts()->text().isEmpty()); // nothing chosen yet
     QVERIFY(!view->lblThumbnail()->isVisibleTo(view.get()));
 
-    QString chosen;
-    if (format.isEmpty()) {
-        chosen = image(name, "plain words, no pixels");
-    } else {
-        const QSize size = name.startsWith("tall") ? QSize(30, 60) : QSize(64, 48);
-        QImage picture(size, QImage::Format_RGB32);
-        picture.fill(Qt::darkRed);
-        chosen = image(name, QByteArray());
-        QVERIFY(picture.save(chosen, format.constData()));
-    }
+    const QSize size = name.startsWith("tall") ? QSize(30, 60) : QSize(64, 48);
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::darkRed);
+    const QString chosen = image(name, QByteArray());
+    QVERIFY(picture.save(chosen, format.constData()));
     view->refreshLocateFile(chosen);
     QCOMPARE(view->txtFile()->text(), name);
     if (then == "remove") {
