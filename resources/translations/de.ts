@@ -175,6 +175,14 @@
         <source>Alert-NO</source>
         <translation>Nein</translation>
     </message>
+    <message>
+        <source>The book will not show the image. Publish anyway?</source>
+        <translation>Das Buch wird das Bild nicht zeigen. Trotzdem veröffentlichen?</translation>
+    </message>
+    <message>
+        <source>Publish Anyway</source>
+        <translation>Trotzdem veröffentlichen</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -195,8 +203,8 @@
         <translation>Wo das Bild auf der Seite liegt. Die Pfeiltasten verschieben es um 1 %, mit Umschalt um 10 %; mit Alt verschieben sie seinen rechten oder unteren Rand.</translation>
     </message>
     <message>
-        <source>Drag the box to move the image; drag its handles to resize it.</source>
-        <translation>Ziehen Sie den Rahmen, um das Bild zu verschieben, oder seine Griffe, um die Größe zu ändern.</translation>
+        <source>Drag the box to move the image; drag its handles to resize it. Hold Ctrl or Alt while dragging to place it freely, without snapping.</source>
+        <translation>Ziehen Sie den Rahmen, um das Bild zu verschieben, oder seine Griffe, um die Größe zu ändern. Mit gedrückter Strg- oder Alt-Taste lässt es sich frei, ohne Einrasten platzieren.</translation>
     </message>
     <message>
         <source>&amp;Left (%):</source>

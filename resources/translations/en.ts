@@ -175,6 +175,14 @@
         <source>Alert-NO</source>
         <translation>NO</translation>
     </message>
+    <message>
+        <source>The book will not show the image. Publish anyway?</source>
+        <translation>The book will not show the image. Publish anyway?</translation>
+    </message>
+    <message>
+        <source>Publish Anyway</source>
+        <translation>Publish Anyway</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -195,8 +203,8 @@
         <translation>Where the image lies on the page. Arrow keys move it by 1 %, with Shift by 10 %; with Alt they move its right or bottom edge.</translation>
     </message>
     <message>
-        <source>Drag the box to move the image; drag its handles to resize it.</source>
-        <translation>Drag the box to move the image; drag its handles to resize it.</translation>
+        <source>Drag the box to move the image; drag its handles to resize it. Hold Ctrl or Alt while dragging to place it freely, without snapping.</source>
+        <translation>Drag the box to move the image; drag its handles to resize it. Hold Ctrl or Alt while dragging to place it freely, without snapping.</translation>
     </message>
     <message>
         <source>&amp;Left (%):</source>

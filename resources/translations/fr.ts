@@ -175,6 +175,14 @@
         <source>Alert-NO</source>
         <translation>Non</translation>
     </message>
+    <message>
+        <source>The book will not show the image. Publish anyway?</source>
+        <translation>Le livre n’affichera pas l’image. Publier quand même ?</translation>
+    </message>
+    <message>
+        <source>Publish Anyway</source>
+        <translation>Publier quand même</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -195,8 +203,8 @@
         <translation>L’emplacement de l’image sur la page. Les flèches la déplacent de 1 %, avec Maj de 10 % ; avec Alt, elles déplacent son bord droit ou inférieur.</translation>
     </message>
     <message>
-        <source>Drag the box to move the image; drag its handles to resize it.</source>
-        <translation>Faites glisser le cadre pour déplacer l’image, ou ses poignées pour la redimensionner.</translation>
+        <source>Drag the box to move the image; drag its handles to resize it. Hold Ctrl or Alt while dragging to place it freely, without snapping.</source>
+        <translation>Faites glisser le cadre pour déplacer l’image, ou ses poignées pour la redimensionner. Maintenez Ctrl ou Alt pendant le glissement pour la placer librement, sans magnétisme.</translation>
     </message>
     <message>
         <source>&amp;Left (%):</source>

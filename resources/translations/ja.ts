@@ -175,6 +175,14 @@
         <source>Alert-NO</source>
         <translation>いいえ</translation>
     </message>
+    <message>
+        <source>The book will not show the image. Publish anyway?</source>
+        <translation>本には画像が表示されません。それでも公開しますか？</translation>
+    </message>
+    <message>
+        <source>Publish Anyway</source>
+        <translation>それでも公開</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -195,8 +203,8 @@
         <translation>ページ上の画像の位置です。矢印キーで 1 %、Shift キーを押しながらで 10 % 移動します。Alt キーを押しながらだと右端または下端を移動します。</translation>
     </message>
     <message>
-        <source>Drag the box to move the image; drag its handles to resize it.</source>
-        <translation>枠をドラッグすると画像を移動し、ハンドルをドラッグするとサイズを変更します。</translation>
+        <source>Drag the box to move the image; drag its handles to resize it. Hold Ctrl or Alt while dragging to place it freely, without snapping.</source>
+        <translation>枠をドラッグすると画像を移動し、ハンドルをドラッグするとサイズを変更します。Ctrl または Alt を押しながらドラッグすると、スナップせずに自由に配置できます。</translation>
     </message>
     <message>
         <source>&amp;Left (%):</source>

@@ -175,6 +175,14 @@
         <source>Alert-NO</source>
         <translation>否</translation>
     </message>
+    <message>
+        <source>The book will not show the image. Publish anyway?</source>
+        <translation>书中将不会显示该图像。仍要发布吗？</translation>
+    </message>
+    <message>
+        <source>Publish Anyway</source>
+        <translation>仍然发布</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>
@@ -195,8 +203,8 @@
         <translation>图像在页面上的位置。方向键将其移动 1 %，按住 Shift 移动 10 %；按住 Alt 则移动其右边缘或下边缘。</translation>
     </message>
     <message>
-        <source>Drag the box to move the image; drag its handles to resize it.</source>
-        <translation>拖动方框可移动图像，拖动其控点可调整大小。</translation>
+        <source>Drag the box to move the image; drag its handles to resize it. Hold Ctrl or Alt while dragging to place it freely, without snapping.</source>
+        <translation>拖动方框可移动图像，拖动其控点可调整大小。拖动时按住 Ctrl 或 Alt 可自由放置，不会吸附。</translation>
     </message>
     <message>
         <source>&amp;Left (%):</source>

@@ -99,6 +99,8 @@ private slots:
     void closeBoxAnsweredApplyKeepsTheLiveState();
     void closeBoxAnsweredDiscardGivesBackTheOpeningTree();
     void closeBoxWithoutChangesClosesWithoutAsking();
+    void okWithoutRoomAsksBeforePublishing_data();
+    void okWithoutRoomAsksBeforePublishing();
     void closeBoxKeepEditingLeavesTheWindowOpen_data();
     void closeBoxKeepEditingLeavesTheWindowOpen();
     void closeBoxAsksInTheWindowsLanguage_data();
@@ -347,6 +349,47 @@ void TestSettingsWindow::closeBoxAnsweredDiscardGivesBackTheOpeningTree()
     QCOMPARE(s.controller->closeMode(), 0);
     QCOMPARE(s.controller->isCloseBundle(), true);
     QCOMPARE(TreeSnapshot::take(ws), opening);
+}
+
+void TestSettingsWindow::okWithoutRoomAsksBeforePublishing_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("answer");
+    QTest::newRow("no width: Keep Editing publishes nothing")
+        << "txtLeft" << "40" << "Keep Editing";
+    QTest::newRow("no width: Publish Anyway publishes") << "txtLeft" << "40" << "Publish Anyway";
+    QTest::newRow("no height: Keep Editing publishes nothing")
+        << "txtTop" << "74" << "Keep Editing";
+}
+
+// Margins that leave the image no room would publish an image no reader sees: OK asks once.
+void TestSettingsWindow::okWithoutRoomAsksBeforePublishing()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, value);
+    QFETCH(QString, answer);
+    QTemporaryDir tmp;
+    const QString ws = tmp.filePath("ws");
+    prepareWorkspace(ws);
+    Session s = open(ws);
+    QVERIFY(s.window);
+    s.type(field.toLatin1().constData(), value); // with the bundle's 60 % right or 26 % bottom
+    WindowDriver::AlertAnswerer answerer(answer);
+    s.click("btnOK");
+    QTRY_VERIFY(answerer.answered());
+    QCOMPARE(answerer.alertText(), QStringLiteral("The book will not show the image. Publish anyway?"));
+    if (answer == QLatin1String("Keep Editing")) {
+        QVERIFY(s.window->isVisible());
+        QCOMPARE(s.controller->isCloseBundle(), false);
+        QVERIFY(!QFileInfo::exists(ws + "/bookPlugin.js"));
+        // Asked once: a margin with room publishes without a word.
+        s.type(field.toLatin1().constData(), "1");
+        s.click("btnOK");
+    }
+    QCOMPARE(s.controller->isCloseBundle(), true);
+    QCOMPARE(s.controller->closeMode(), 1);
+    QVERIFY(QFileInfo::exists(ws + "/bookPlugin.js"));
 }
 
 void TestSettingsWindow::closeBoxWithoutChangesClosesWithoutAsking()

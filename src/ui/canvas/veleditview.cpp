@@ -430,7 +430,9 @@ void VelEditView::mouseDragged(QPointF windowPoint, Qt::KeyboardModifiers modifi
     emit EditViewChangeNotification(this);
 }
 
-// Shift on a corner keeps the picture's shape; otherwise the frame snaps, unless Alt is held.
+// Shift on a corner keeps the picture's shape; otherwise the frame snaps, unless Ctrl (Cmd on
+// macOS, where Qt calls it Control) or Alt is held. Many Linux desktops take Alt+drag for moving
+// the whole window, so Alt alone would not reach the canvas there.
 QRectF VelEditView::shownFrame(const QRectF &dragged, Qt::KeyboardModifiers modifiers)
 {
     m_snap = {};
@@ -438,7 +440,7 @@ QRectF VelEditView::shownFrame(const QRectF &dragged, Qt::KeyboardModifiers modi
     if ((modifiers & Qt::ShiftModifier) && m_keptAspect > 0 &&
         Proportions::isCornerType(m_mouseType))
         return Proportions::keepAspect(dragged, m_mouseType, m_keptAspect, canvas);
-    if (modifiers & Qt::AltModifier)
+    if (modifiers & (Qt::AltModifier | Qt::ControlModifier))
         return dragged;
     m_snap = Snapping::snapFrame(dragged, m_mouseType, canvas);
     return m_snap.frame;

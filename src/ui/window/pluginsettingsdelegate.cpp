@@ -777,8 +777,33 @@ void PluginSettingsDelegate::recoverWorkspace()
 
 // ---- buttons and closing
 
+bool PluginSettingsDelegate::confirmPublishingWithoutRoom()
+{
+    const MarginRoom room = MarginRoom::of(*ptRect);
+    if (!room.noRoomAcross && !room.noRoomDown)
+        return true;
+    const auto text = [](const char *english) {
+        const QString key = QString::fromUtf8(english);
+        return loadAppString(key, key);
+    };
+    const QString why =
+        room.noRoomAcross
+            ? text("The left and right margins add up to 100 % or more: the image has no width "
+                   "left on the page.")
+            : text("The top and bottom margins add up to 100 % or more: the image has no height "
+                   "left on the page.");
+    // Publish is the default only on purpose: Return and Escape both go back to editing.
+    enum { KeepEditingButton, PublishButton };
+    return LogAlert::AlertWithButtons(text("The book will not show the image. Publish anyway?"), why,
+                                      {text("Keep Editing"), text("Publish Anyway")},
+                                      KeepEditingButton) == PublishButton;
+}
+
 void PluginSettingsDelegate::onOK()
 {
+    // Margins that leave the image no room publish an image no reader sees: asked once per OK.
+    if (!m_quiet && !confirmPublishingWithoutRoom())
+        return;
     if (m_privateView)
         m_privateView->onSave(nullptr);
     const QStringList located = m_privateView ? m_privateView->locateFiles() : QStringList();

@@ -202,6 +202,8 @@ private:
     QString keptState() const;
     // The close box's question: Apply, Discard, or -1 to keep editing.
     int askHowToClose();
+    // OK with margins that leave the image no room: whether the author publishes anyway.
+    bool confirmPublishingWithoutRoom();
     void recoverWorkspace();
     // Writes the preview's "config.js" from the description and the position file.
     void writePreviewScript();

@@ -183,7 +183,8 @@ private slots:
     void dragSnapsToTheCentreWithEqualMargins();
     void guideIsDrawnDuringTheGestureOnly();
     void snappedBoxComesOffTheLineWithThePointer();
-    void altTurnsSnappingOff();
+    void modifierTurnsSnappingOff_data();
+    void modifierTurnsSnappingOff();
     void shiftCornerKeepsTheImagesShape();
     void shiftWithoutAnImageSnapsAsUsual();
     void fitToImageSetsTheHeightAndTellsTheOwner_data();
@@ -776,8 +777,18 @@ void TestPositionView::snappedBoxComesOffTheLineWithThePointer()
     scene.release({133.5, 250.5});
 }
 
-void TestPositionView::altTurnsSnappingOff()
+void TestPositionView::modifierTurnsSnappingOff_data()
 {
+    QTest::addColumn<int>("modifier");
+    QTest::newRow("Alt turns snapping off") << int(Qt::AltModifier);
+    // Where the desktop takes Alt+drag for the window itself; Cmd on macOS.
+    QTest::newRow("Ctrl turns snapping off") << int(Qt::ControlModifier);
+    QTest::newRow("Ctrl and Alt together turn it off") << int(Qt::ControlModifier | Qt::AltModifier);
+}
+
+void TestPositionView::modifierTurnsSnappingOff()
+{
+    QFETCH(int, modifier);
     Scene scene({252, 336});
     Owner owner;
     owner.view = scene.canvas;
@@ -785,7 +796,7 @@ void TestPositionView::altTurnsSnappingOff()
     scene.canvas->setPositionRect(offCentre());
     QVERIFY(scene.showAndPaint());
     scene.press({100.5, 250.5});
-    scene.dragWith({123.5, 250.5}, Qt::AltModifier);
+    scene.dragWith({123.5, 250.5}, Qt::KeyboardModifiers(modifier));
     QCOMPARE(scene.box()->frame().x(), 75.6f + 23.0);
     QVERIFY(scene.canvas->snapResult().guides.isEmpty());
     scene.release({123.5, 250.5});
