@@ -183,6 +183,22 @@
         <source>Publish Anyway</source>
         <translation>Trotzdem veröffentlichen</translation>
     </message>
+    <message>
+        <source>Readers' books open only http and https links: this link will not show the image.</source>
+        <translation>Bücher öffnen bei ihren Lesern nur http- und https-Links: Dieser Link zeigt das Bild nicht.</translation>
+    </message>
+    <message>
+        <source>This link names no web server: readers' books will not find the image.</source>
+        <translation>Dieser Link nennt keinen Webserver: Die Bücher der Leser finden das Bild nicht.</translation>
+    </message>
+    <message>
+        <source>This link has blanks in it: readers' books will not find the image.</source>
+        <translation>Dieser Link enthält Leerzeichen: Die Bücher der Leser finden das Bild nicht.</translation>
+    </message>
+    <message>
+        <source>A file: link points to a file on this computer, which readers do not have. Choose Local file instead.</source>
+        <translation>Ein file:-Link zeigt auf eine Datei auf diesem Computer, die Leser nicht haben. Wählen Sie stattdessen „Lokale Datei“.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

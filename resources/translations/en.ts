@@ -183,6 +183,22 @@
         <source>Publish Anyway</source>
         <translation>Publish Anyway</translation>
     </message>
+    <message>
+        <source>Readers' books open only http and https links: this link will not show the image.</source>
+        <translation>Readers' books open only http and https links: this link will not show the image.</translation>
+    </message>
+    <message>
+        <source>This link names no web server: readers' books will not find the image.</source>
+        <translation>This link names no web server: readers' books will not find the image.</translation>
+    </message>
+    <message>
+        <source>This link has blanks in it: readers' books will not find the image.</source>
+        <translation>This link has blanks in it: readers' books will not find the image.</translation>
+    </message>
+    <message>
+        <source>A file: link points to a file on this computer, which readers do not have. Choose Local file instead.</source>
+        <translation>A file: link points to a file on this computer, which readers do not have. Choose Local file instead.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -183,6 +183,22 @@
         <source>Publish Anyway</source>
         <translation>Publier quand même</translation>
     </message>
+    <message>
+        <source>Readers' books open only http and https links: this link will not show the image.</source>
+        <translation>Les livres de vos lecteurs n’ouvrent que les liens http et https : ce lien n’affichera pas l’image.</translation>
+    </message>
+    <message>
+        <source>This link names no web server: readers' books will not find the image.</source>
+        <translation>Ce lien ne nomme aucun serveur web : les livres de vos lecteurs ne trouveront pas l’image.</translation>
+    </message>
+    <message>
+        <source>This link has blanks in it: readers' books will not find the image.</source>
+        <translation>Ce lien contient des espaces : les livres de vos lecteurs ne trouveront pas l’image.</translation>
+    </message>
+    <message>
+        <source>A file: link points to a file on this computer, which readers do not have. Choose Local file instead.</source>
+        <translation>Un lien file: désigne un fichier de cet ordinateur, que vos lecteurs n’ont pas. Choisissez plutôt Fichier local.</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -183,6 +183,22 @@
         <source>Publish Anyway</source>
         <translation>それでも公開</translation>
     </message>
+    <message>
+        <source>Readers' books open only http and https links: this link will not show the image.</source>
+        <translation>読者の本が開けるのは http と https のリンクだけです。このリンクでは画像が表示されません。</translation>
+    </message>
+    <message>
+        <source>This link names no web server: readers' books will not find the image.</source>
+        <translation>このリンクにはウェブサーバーが含まれていません。読者の本では画像が見つかりません。</translation>
+    </message>
+    <message>
+        <source>This link has blanks in it: readers' books will not find the image.</source>
+        <translation>このリンクには空白が含まれています。読者の本では画像が見つかりません。</translation>
+    </message>
+    <message>
+        <source>A file: link points to a file on this computer, which readers do not have. Choose Local file instead.</source>
+        <translation>file: リンクはこのコンピューター上のファイルを指しており、読者はそのファイルを持っていません。代わりに「ファイル」を選んでください。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

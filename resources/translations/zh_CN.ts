@@ -183,6 +183,22 @@
         <source>Publish Anyway</source>
         <translation>仍然发布</translation>
     </message>
+    <message>
+        <source>Readers' books open only http and https links: this link will not show the image.</source>
+        <translation>读者的书只能打开 http 和 https 链接：此链接无法显示图像。</translation>
+    </message>
+    <message>
+        <source>This link names no web server: readers' books will not find the image.</source>
+        <translation>此链接未指明网络服务器：读者的书将找不到图像。</translation>
+    </message>
+    <message>
+        <source>This link has blanks in it: readers' books will not find the image.</source>
+        <translation>此链接中含有空格：读者的书将找不到图像。</translation>
+    </message>
+    <message>
+        <source>A file: link points to a file on this computer, which readers do not have. Choose Local file instead.</source>
+        <translation>file: 链接指向本计算机上的文件，读者没有该文件。请改为选择“本地文件”。</translation>
+    </message>
 </context>
 <context>
     <name>PluginSettingsDelegate</name>

@@ -5,10 +5,12 @@
 #include "framepainter.h"
 #include "imagedrop.h"
 #include "imagefacts.h"
+#include "linkcheck.h"
 #include "localisation.h"
 #include "logalert.h"
 #include "pluginsettingsinfo.h"
 #include "privateviewdelete.h"
+#include "roommark.h"
 #include "simplecell.h"
 #include "velpanel.h"
 #include "xmlhelpers.h"
@@ -196,6 +198,7 @@ void PrivateView::chooseLocate(int tag)
         m_btnBrowse->setEnabled(tag != LinkTag);
     if (m_txtLink)
         m_txtLink->setReadOnly(tag != LinkTag);
+    showLinkProblem();
 }
 
 void PrivateView::onChoose(int tag)
@@ -376,7 +379,20 @@ void PrivateView::controlTextDidChange(QObject *sender)
 void PrivateView::onLinkEdited()
 {
     controlTextDidChange(m_txtLink);
+    showLinkProblem();
     emit imageChoiceChanged();
+}
+
+void PrivateView::showLinkProblem()
+{
+    if (!m_txtLink)
+        return;
+    // Only the link that the book will use is judged: none while the file is chosen.
+    const LinkCheck::Problem problem = selectedTag() == LinkTag
+                                           ? LinkCheck::check(m_txtLink->text())
+                                           : LinkCheck::Problem::None;
+    RoomMark::setMarked(m_txtLink, problem != LinkCheck::Problem::None,
+                        LinkCheck::reasonText(problem));
 }
 
 void PrivateView::onBrowseClicked()

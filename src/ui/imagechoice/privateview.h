@@ -132,6 +132,8 @@ private slots:
 
 private:
     void findControls();
+    // Marks the link field when the link will not show the image in a reader's book.
+    void showLinkProblem();
     void selectTag(int tag);
     void showFile(const QString &name);
     QDomDocument workspaceDescription(const QString &path);

@@ -2,6 +2,7 @@
 #include "modalanswer.h"
 #include "privateview.h"
 #include "privateviewdelete.h"
+#include "roommark.h"
 #include "simplecell.h"
 #include "specialentries.h"
 #include "testenv.h"
@@ -135,6 +136,8 @@ private slots:
     void endBrowseImageLeavesTheFileWorkToTheMainThread();
     void viewDrawsItsRoundedGreyBorder();
     void answersForTheWindowAndThePreview();
+    void linkThatWillNotWorkIsMarkedButSaved_data();
+    void linkThatWillNotWorkIsMarkedButSaved();
     void fileThatIsNoImageIsRefusedWhenChosen_data();
     void fileThatIsNoImageIsRefusedWhenChosen();
     void imageFactsShowBesideTheName_data();
@@ -909,6 +912,34 @@ void TestPrivateView::answersForTheWindowAndThePreview()
     QCOMPARE(bare.settingFileInApp(), m_resources + "/data/img.xml");
     QVERIFY(bare.onSave());
     QCOMPARE(srcOf(m_workspace + "/img.xml"), QString());
+}
+
+void TestPrivateView::linkThatWillNotWorkIsMarkedButSaved_data()
+{
+    QTest::addColumn<QString>("link");
+    QTest::addColumn<bool>("marked");
+    QTest::newRow("https is not marked") << "https://example.com/a.png" << false;
+    QTest::newRow("javascript: is marked") << "javascript:alert(1)" << true;
+    QTest::newRow("no scheme is marked") << "www.example.com/a.png" << true;
+    QTest::newRow("a file: link is marked") << "file:///tmp/a.png" << true;
+}
+
+// The mark tells at once; the link is still saved as typed; choosing the file clears the mark.
+void TestPrivateView::linkThatWillNotWorkIsMarkedButSaved()
+{
+    QFETCH(QString, link);
+    QFETCH(bool, marked);
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    view->show();
+    qobject_cast<QRadioButton *>(view->mxtChoose()->button(PrivateView::LinkTag))->click();
+    view->txtLink()->setFocus();
+    QTest::keyClicks(view->txtLink(), link);
+    QCOMPARE(srcOf(m_workspace + "/img.xml"), link);
+    QCOMPARE(RoomMark::isMarked(view->txtLink()), marked);
+    QCOMPARE(view->txtLink()->toolTip().isEmpty(), !marked);
+    qobject_cast<QRadioButton *>(view->mxtChoose()->button(PrivateView::FileTag))->click();
+    QVERIFY(!RoomMark::isMarked(view->txtLink()));
 }
 
 void TestPrivateView::fileThatIsNoImageIsRefusedWhenChosen_data()

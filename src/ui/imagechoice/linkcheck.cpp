@@ -1,0 +1,51 @@
+#include "linkcheck.h"
+
+#include "localisation.h"
+
+#include <QUrl>
+
+namespace LinkCheck {
+
+Problem check(const QString &link)
+{
+    if (link.isEmpty())
+        return Problem::None;
+    for (const QChar c : link) {
+        if (c.isSpace())
+            return Problem::Blanks;
+    }
+    const QUrl url(link, QUrl::StrictMode);
+    const QString scheme = url.scheme().toLower();
+    if (scheme == QLatin1String("file"))
+        return Problem::LocalFile;
+    if (scheme != QLatin1String("http") && scheme != QLatin1String("https"))
+        return Problem::NotWeb;
+    if (!url.isValid() || url.host().isEmpty())
+        return Problem::NoHost;
+    return Problem::None;
+}
+
+QString reasonText(Problem problem)
+{
+    const auto text = [](const char *english) {
+        const QString key = QString::fromUtf8(english);
+        return loadAppString(key, key);
+    };
+    switch (problem) {
+    case Problem::None:
+        return QString();
+    case Problem::NotWeb:
+        return text("Readers' books open only http and https links: this link will not show the "
+                    "image.");
+    case Problem::NoHost:
+        return text("This link names no web server: readers' books will not find the image.");
+    case Problem::Blanks:
+        return text("This link has blanks in it: readers' books will not find the image.");
+    case Problem::LocalFile:
+        return text("A file: link points to a file on this computer, which readers do not have. "
+                    "Choose Local file instead.");
+    }
+    return QString();
+}
+
+} // namespace LinkCheck
