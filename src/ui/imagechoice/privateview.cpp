@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
 #include <QTextStream>
 #include <QXmlStreamReader>
@@ -102,6 +103,25 @@ QString timeStampName()
     return QString::asprintf("%f", double(micros) / 1e6);
 }
 
+// A field that cannot be typed in looks so: the palette's read-only look (its window colour
+// behind the text, as a label has) and no stop for Tab. A click still gives it the focus, so that
+// its text can be selected and copied, and screen readers read it as a read-only field.
+void setTypable(QLineEdit *field, bool typable)
+{
+    if (!field)
+        return;
+    field->setReadOnly(!typable);
+    field->setFocusPolicy(typable ? Qt::StrongFocus : Qt::ClickFocus);
+    if (typable) {
+        field->setPalette(QPalette()); // the window's palette again
+        return;
+    }
+    QPalette look = field->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        look.setColor(group, QPalette::Base, look.color(group, QPalette::Window));
+    field->setPalette(look);
+}
+
 } // namespace
 
 PrivateView::PrivateView(QWidget *parent)
@@ -174,8 +194,8 @@ void PrivateView::loadDispInfo()
     if (m_txtLink)
         connect(m_txtLink, &QLineEdit::textEdited, this, &PrivateView::onLinkEdited,
                 Qt::UniqueConnection);
-    if (m_txtFile)
-        m_txtFile->setReadOnly(true);
+    // The file's name is shown, never typed: Browse…, a drop or a paste choose the file.
+    setTypable(m_txtFile, false);
     emit imageChoiceChanged();
 }
 
@@ -196,9 +216,15 @@ void PrivateView::chooseLocate(int tag)
 {
     if (m_btnBrowse)
         m_btnBrowse->setEnabled(tag != LinkTag);
-    if (m_txtLink)
-        m_txtLink->setReadOnly(tag != LinkTag);
-    showLinkProblem();
+    // The mark of a link that will not work goes on a typable field and comes off before the
+    // field takes the read-only look: both are palettes.
+    if (tag == LinkTag) {
+        setTypable(m_txtLink, true);
+        showLinkProblem();
+    } else {
+        showLinkProblem();
+        setTypable(m_txtLink, false);
+    }
 }
 
 void PrivateView::onChoose(int tag)

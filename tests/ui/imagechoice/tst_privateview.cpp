@@ -136,6 +136,7 @@ private slots:
     void endBrowseImageLeavesTheFileWorkToTheMainThread();
     void viewDrawsItsRoundedGreyBorder();
     void answersForTheWindowAndThePreview();
+    void fieldsThatCannotBeTypedInLookReadOnly();
     void linkThatWillNotWorkIsMarkedButSaved_data();
     void linkThatWillNotWorkIsMarkedButSaved();
     void fileThatIsNoImageIsRefusedWhenChosen_data();
@@ -912,6 +913,39 @@ void TestPrivateView::answersForTheWindowAndThePreview()
     QCOMPARE(bare.settingFileInApp(), m_resources + "/data/img.xml");
     QVERIFY(bare.onSave());
     QCOMPARE(srcOf(m_workspace + "/img.xml"), QString());
+}
+
+// The file's name is never typed, the link only while it is chosen: a field that takes no typing
+// has the palette's read-only look and no stop for Tab, and gets both back when it is typable.
+void TestPrivateView::fieldsThatCannotBeTypedInLookReadOnly()
+{
+    Owner owner;
+    auto view = makeView(m_workspace, &owner);
+    view->show();
+    const auto looksReadOnly = [](const QLineEdit *field) {
+        return field->isReadOnly() && !(field->focusPolicy() & Qt::TabFocus) &&
+               field->palette().color(QPalette::Base) == field->palette().color(QPalette::Window);
+    };
+    QCOMPARE(view->selectedTag(), int(PrivateView::FileTag));
+    QVERIFY(looksReadOnly(view->txtFile()));
+    QVERIFY(looksReadOnly(view->txtLink()));
+    QTest::keyClicks(view->txtLink(), "typed");
+    QCOMPARE(view->txtLink()->text(), QString());
+
+    qobject_cast<QRadioButton *>(view->mxtChoose()->button(PrivateView::LinkTag))->click();
+    QVERIFY(!looksReadOnly(view->txtLink()));
+    QVERIFY(view->txtLink()->focusPolicy() & Qt::TabFocus);
+    QCOMPARE(view->txtLink()->palette().color(QPalette::Base),
+             view->palette().color(QPalette::Base));
+    QVERIFY(looksReadOnly(view->txtFile()));
+
+    // A marked link loses its mark, and becomes read-only, when the file is chosen again.
+    view->txtLink()->setFocus();
+    QTest::keyClicks(view->txtLink(), "javascript:x");
+    QVERIFY(RoomMark::isMarked(view->txtLink()));
+    qobject_cast<QRadioButton *>(view->mxtChoose()->button(PrivateView::FileTag))->click();
+    QVERIFY(!RoomMark::isMarked(view->txtLink()));
+    QVERIFY(looksReadOnly(view->txtLink()));
 }
 
 void TestPrivateView::linkThatWillNotWorkIsMarkedButSaved_data()
