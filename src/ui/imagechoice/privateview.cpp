@@ -196,6 +196,15 @@ void PrivateView::loadDispInfo()
                 Qt::UniqueConnection);
     // The file's name is shown, never typed: Browse…, a drop or a paste choose the file.
     setTypable(m_txtFile, false);
+    if (m_lblImageFacts) {
+        // The facts take the width of the widest size they can say, whatever is chosen: the
+        // column keeps its width from one image to the next. Longer messages wrap.
+        ImageFacts::Facts widest;
+        widest.state = ImageFacts::State::Image;
+        widest.size = QSize(88888, 88888);
+        m_lblImageFacts->setMinimumWidth(
+            m_lblImageFacts->fontMetrics().horizontalAdvance(ImageFacts::text(widest)));
+    }
     emit imageChoiceChanged();
 }
 
@@ -250,16 +259,22 @@ QString PrivateView::chosenLink() const
 
 void PrivateView::showFile(const QString &name)
 {
-    if (m_txtFile)
-        m_txtFile->setText(name);
+    if (!m_txtFile)
+        return;
+    m_txtFile->setText(name);
+    // A long name is cut by the field; the whole of it is a hover away.
+    m_txtFile->setToolTip(name);
+    m_txtFile->setCursorPosition(0);
 }
 
 void PrivateView::showImageFacts()
 {
     // A link is never fetched, so it has no facts to show.
     const ImageFacts::Facts facts = ImageFacts::read(chosenImageFile(), devicePixelRatioF());
-    if (m_lblImageFacts)
+    if (m_lblImageFacts) {
         m_lblImageFacts->setText(ImageFacts::text(facts));
+        m_lblImageFacts->setToolTip(m_lblImageFacts->text());
+    }
     if (m_lblThumbnail) {
         m_lblThumbnail->setPixmap(QPixmap::fromImage(facts.thumbnail));
         m_lblThumbnail->setVisible(!facts.thumbnail.isNull());

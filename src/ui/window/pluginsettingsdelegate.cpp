@@ -4,6 +4,7 @@
 #include "backuprecovery.h"
 #include "bundlepaths.h"
 #include "canvasimage.h"
+#include "columnfit.h"
 #include "fileops.h"
 #include "imagedroptarget.h"
 #include "localisation.h"
@@ -500,11 +501,7 @@ void PluginSettingsDelegate::followLayerChoiceWithFocus()
 
 void PluginSettingsDelegate::fitSettingsColumn()
 {
-    auto *area = m_window->findChild<QScrollArea *>(QStringLiteral("scrSettings"));
-    if (!area || !area->widget())
-        return;
-    const int bar = area->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, area);
-    area->setMinimumWidth(area->widget()->minimumSizeHint().width() + bar);
+    ColumnFit::keep(m_window->findChild<QScrollArea *>(QStringLiteral("scrSettings")));
 }
 
 void PluginSettingsDelegate::fitWindowToScreen()
