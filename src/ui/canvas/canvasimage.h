@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QImageReader>
 #include <QSize>
 #include <QString>
 
@@ -21,6 +22,12 @@ struct Picture
 // and a special file is never opened: both read as no picture. A large image is decoded straight
 // to the reduced size.
 Picture read(const QString &path);
+
+// Reads reader's image (with its orientation applied) no larger than side pixels on either
+// side, never blown up; the image's own size, as shown, goes to *shownSize. Formats that Qt can
+// decode straight to a smaller size (JPEG) are; an image of few colours (a palette, one bit) is
+// decoded whole and reduced smoothly, since Qt's reduced decode of those loses their colours.
+QImage readReduced(QImageReader &reader, int side, QSize *shownSize = nullptr);
 
 // The host a link names ("www.example.org"), also for a link written without its scheme; empty
 // when it names none.

@@ -1,5 +1,6 @@
 #include "imagefacts.h"
 
+#include "canvasimage.h"
 #include "fileops.h"
 #include "localisation.h"
 
@@ -34,18 +35,11 @@ Facts read(const QString &path, qreal pixelRatio)
     if (!FileOps::openForReading(&file, path, FileOps::ReadLinks::NoFollow))
         return facts;
     QImageReader reader(&file);
-    reader.setAutoTransform(true);
-    const QSize size = reader.size();
-    if (!size.isValid())
+    if (!reader.size().isValid())
         return facts;
-    // Turned images report their stored size; the thumbnail shows how the image stands.
-    const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
-    facts.size = turned ? size.transposed() : size;
     const int side = qMax(1, qRound(thumbnailSide * qMax(pixelRatio, 1.0)));
-    // A small image is shown as it is, never blown up.
-    if (size.width() > side || size.height() > side)
-        reader.setScaledSize(size.scaled(side, side, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
-    facts.thumbnail = reader.read();
+    // A small image is shown as it is, never blown up; a turned one as it stands.
+    facts.thumbnail = CanvasImage::readReduced(reader, side, &facts.size);
     if (facts.thumbnail.isNull())
         return Facts{State::NotAnImage, {}, {}};
     facts.thumbnail.setDevicePixelRatio(qMax(pixelRatio, 1.0));
