@@ -1,5 +1,7 @@
 #include "editgeometry.h"
 
+#include <cmath>
+
 #include <algorithm>
 
 namespace EditGeometry {
@@ -65,6 +67,32 @@ MouseType mouseTypeAt(const HitAreas &areas, QPointF point, QSizeF frameSize)
 {
     const int index = matchAreaIndex(areas, point);
     return index < 0 ? MouseTypeNone : mouseTypeForArea(areas[index], frameSize);
+}
+
+std::optional<QRectF> shownFrame(const PositionRect &rect, QSizeF canvas)
+{
+    const auto onPage = [](float percent) {
+        return std::isfinite(percent) && percent >= 0.0f && percent <= 100.0f;
+    };
+    if (onPage(rect.left()) && onPage(rect.top()) && onPage(rect.right()) &&
+        onPage(rect.bottom())) {
+        const QRectF exact = PositionRect::getObjectFrameWith(rect, canvas);
+        if (exact.width() > 0 && exact.height() > 0)
+            return exact;
+        return std::nullopt;
+    }
+    const auto toPage = [](float percent) {
+        return std::isfinite(percent) ? qBound(0.0, qreal(percent), 100.0) : 0.0;
+    };
+    const qreal w = canvas.width();
+    const qreal h = canvas.height();
+    const qreal left = w * toPage(rect.left()) / 100.0;
+    const qreal right = w * toPage(rect.right()) / 100.0;
+    const qreal bottom = h * toPage(rect.bottom()) / 100.0;
+    const qreal top = h * toPage(rect.top()) / 100.0;
+    const qreal width = qMin(qMax(w - left - right, minimumBoxSize), w);
+    const qreal height = qMin(qMax(h - top - bottom, minimumBoxSize), h);
+    return QRectF(qBound(0.0, left, w - width), qBound(0.0, bottom, h - height), width, height);
 }
 
 QRectF withMinimumSize(const QRectF &frame)

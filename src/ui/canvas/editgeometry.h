@@ -66,6 +66,13 @@ MouseType mouseTypeAt(const HitAreas &areas, QPointF point, QSizeF frameSize);
 // A frame grown to the minimum size where it is smaller; the origin stays.
 QRectF withMinimumSize(const QRectF &frame);
 
+// The box as the canvas shows a record (y up). Margins on the page (0 to 100) give the record's
+// exact frame, or none when a pair leaves no room: the box then stays where it was. A margin
+// beyond the page (150, 100000, below 0, not a number) is taken at the page's edge, and a pair
+// that then leaves no room gives the box its minimum size at the near margin, inside the page:
+// such values show as far as they can, never as the box of an earlier value.
+std::optional<QRectF> shownFrame(const PositionRect &rect, QSizeF canvas);
+
 // The drag rules, each on a frame in canvas coordinates (y up) for a canvas of the given size.
 QRectF moveFrame(QRectF frame, qreal dx, qreal dy, QSizeF canvas);
 QRectF dragLeftEdge(QRectF frame, qreal dx, QSizeF canvas);

@@ -312,9 +312,11 @@ void PositionView::paintEvent(QPaintEvent *)
         paintFocusFrame(p);
     paintGuides(p);
 
-    const QRectF frame = PositionRect::getObjectFrameWith(m_positionRect, bounds.size());
-    if (!(frame.width() > 0 && frame.height() > 0))
-        return; // the box keeps whatever frame it had
+    // Values beyond the page show as far as they can: never the box of an earlier value.
+    const std::optional<QRectF> shown = EditGeometry::shownFrame(m_positionRect, bounds.size());
+    if (!shown)
+        return; // a pair on the page that leaves no room: the box keeps whatever frame it had
+    const QRectF frame = *shown;
     const bool boxHidden =
         m_objectView->isHidden() && m_objectView->testAttribute(Qt::WA_WState_ExplicitShowHide);
     if (boxHidden) {

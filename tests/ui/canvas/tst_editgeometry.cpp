@@ -3,6 +3,8 @@
 
 #include <QtTest>
 
+#include <limits>
+
 using namespace EditGeometry;
 
 Q_DECLARE_METATYPE(EditGeometry::MouseType)
@@ -27,6 +29,8 @@ private slots:
     void mouseTypeForArea();
     void mouseTypeAt_data();
     void mouseTypeAt();
+    void shownFrameIsNeverStale_data();
+    void shownFrameIsNeverStale();
     void withMinimumSize_data();
     void withMinimumSize();
     void dragStep_data();
@@ -550,6 +554,55 @@ void TestEditGeometry::pointerPointIsThePixelCentre()
     QFETCH(QPointF, qtPosition);
     QFETCH(QPointF, expected);
     QCOMPARE(pointerPoint(qtPosition, 100), expected);
+}
+
+void TestEditGeometry::shownFrameIsNeverStale_data()
+{
+    QTest::addColumn<QList<float>>("margins"); // left, top, right, bottom
+    QTest::addColumn<QRectF>("frame"); // on a 200 x 400 canvas, y up; empty: the box stays
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    QTest::newRow("on the page: the exact frame")
+        << QList<float>{10, 26, 60, 26} << QRectF(20, 104, 60, 192);
+    QTest::newRow("touching every edge: the exact frame")
+        << QList<float>{0, 0, 0, 0} << QRectF(0, 0, 200, 400);
+    QTest::newRow("a left margin of 150: the box at the right edge")
+        << QList<float>{150, 26, 60, 26} << QRectF(185, 104, 15, 192);
+    QTest::newRow("a left margin of 100000: the box at the right edge")
+        << QList<float>{100000, 26, 0, 26} << QRectF(185, 104, 15, 192);
+    QTest::newRow("on the page, left and right add up to 100: the box stays where it was")
+        << QList<float>{40, 26, 60, 26} << QRectF();
+    QTest::newRow("beyond the page and no room: the smallest box at the near margin")
+        << QList<float>{40, 26, 160, 26} << QRectF(80, 104, 15, 192);
+    QTest::newRow("a bottom margin of 150: the box at the top")
+        << QList<float>{10, 0, 60, 150} << QRectF(20, 385, 60, 15);
+    QTest::newRow("a negative margin from a file: taken at the page's edge")
+        << QList<float>{-20, 26, 60, 26} << QRectF(0, 104, 80, 192);
+    QTest::newRow("not a number: taken as 0") << QList<float>{nan, 26, 60, 26}
+                                              << QRectF(0, 104, 80, 192);
+}
+
+void TestEditGeometry::shownFrameIsNeverStale()
+{
+    QFETCH(QList<float>, margins);
+    QFETCH(QRectF, frame);
+    PositionRect rect;
+    rect.setLeft(margins.at(0));
+    rect.setTop(margins.at(1));
+    rect.setRight(margins.at(2));
+    rect.setBottom(margins.at(3));
+    const std::optional<QRectF> found = EditGeometry::shownFrame(rect, QSizeF(200, 400));
+    QCOMPARE(found.has_value(), !frame.isNull());
+    if (!found)
+        return;
+    const QRectF shown = *found;
+    QVERIFY2(qAbs(shown.x() - frame.x()) < 0.01 && qAbs(shown.y() - frame.y()) < 0.01 &&
+                 qAbs(shown.width() - frame.width()) < 0.01 &&
+                 qAbs(shown.height() - frame.height()) < 0.01,
+             qPrintable(QStringLiteral("%1,%2 %3x%4")
+                            .arg(shown.x())
+                            .arg(shown.y())
+                            .arg(shown.width())
+                            .arg(shown.height())));
 }
 
 QTEST_GUILESS_MAIN(TestEditGeometry)

@@ -1,3 +1,4 @@
+#include "editgeometry.h"
 #include "positionview.h"
 #include "postionviewdelete.h"
 #include "testenv.h"
@@ -183,6 +184,7 @@ private slots:
     void dragSnapsToTheCentreWithEqualMargins();
     void guideIsDrawnDuringTheGestureOnly();
     void snappedBoxComesOffTheLineWithThePointer();
+    void valuesBeyondThePageMoveTheBoxToTheEdge();
     void modifierTurnsSnappingOff_data();
     void modifierTurnsSnappingOff();
     void shiftCornerKeepsTheImagesShape();
@@ -775,6 +777,23 @@ void TestPositionView::snappedBoxComesOffTheLineWithThePointer()
     QCOMPARE(scene.box()->frame().x(), 75.6f + 33.0);
     QVERIFY(scene.canvas->snapResult().guides.isEmpty());
     scene.release({133.5, 250.5});
+}
+
+// A margin typed beyond the page moves the box as far as it goes, never leaving the box of the
+// value before it.
+void TestPositionView::valuesBeyondThePageMoveTheBoxToTheEdge()
+{
+    Scene scene({200, 400});
+    scene.canvas->setPositionRect(margins(10, 26, 60, 26));
+    QVERIFY(scene.showAndPaint());
+    QCOMPARE(scene.box()->frame().x(), 20.0);
+    scene.canvas->setPositionRect(margins(150, 26, 60, 26));
+    QVERIFY(scene.showAndPaint());
+    QCOMPARE(scene.box()->frame().x() + scene.box()->frame().width(), 200.0);
+    scene.canvas->setPositionRect(margins(10, 26, 100000, 26)); // far beyond, no room across
+    QVERIFY(scene.showAndPaint());
+    QCOMPARE(scene.box()->frame().x(), 20.0); // at its left margin, as narrow as a box goes
+    QCOMPARE(scene.box()->frame().width(), EditGeometry::minimumBoxSize);
 }
 
 void TestPositionView::modifierTurnsSnappingOff_data()
