@@ -104,14 +104,7 @@ std::optional<PositionRect> rectFromArguments(const Command &self, const QString
                                      : QStringLiteral("LAYER is not an integer: \"%1\"").arg(args.at(6)));
         return std::nullopt;
     }
-    PositionRect rect;
-    rect.setLeft(values[0]);
-    rect.setTop(values[1]);
-    rect.setRight(values[2]);
-    rect.setBottom(values[3]);
-    rect.setTransparency(values[4]);
-    rect.setLayer(layer);
-    return rect;
+    return PositionRect(values[0], values[1], values[2], values[3], values[4], layer);
 }
 
 int runWrite(const Command &self, const CommandOptions &options)

@@ -54,3 +54,23 @@ bool operator==(const PositionRect &a, const PositionRect &b)
            a.m_bottom == b.m_bottom && a.m_transparency == b.m_transparency &&
            a.m_layer == b.m_layer;
 }
+
+QString PositionRect::toDebugText() const
+{
+    const auto number = [](float value) { return QString::number(double(value), 'g', 9); };
+    return QStringLiteral("PositionRect(%1, %2, %3, %4, %5, %6)")
+        .arg(number(m_left), number(m_top), number(m_right), number(m_bottom),
+             number(m_transparency), QString::number(m_layer));
+}
+
+QDebug operator<<(QDebug debug, const PositionRect &rect)
+{
+    const QDebugStateSaver saver(debug);
+    debug.noquote().nospace() << rect.toDebugText();
+    return debug;
+}
+
+char *toString(const PositionRect &rect)
+{
+    return qstrdup(rect.toDebugText().toUtf8().constData());
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDebug>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
@@ -11,6 +12,18 @@
 class PositionRect
 {
 public:
+    PositionRect() = default;
+    PositionRect(float left, float top, float right, float bottom, float transparency = 0,
+                 int layer = 0)
+        : m_left(left)
+        , m_top(top)
+        , m_right(right)
+        , m_bottom(bottom)
+        , m_transparency(transparency)
+        , m_layer(layer)
+    {
+    }
+
     float left() const { return m_left; }
     void setLeft(float value) { m_left = value; }
     float top() const { return m_top; }
@@ -38,6 +51,9 @@ public:
     friend bool operator==(const PositionRect &a, const PositionRect &b);
     friend bool operator!=(const PositionRect &a, const PositionRect &b) { return !(a == b); }
 
+    // "PositionRect(10, 26, 60, 26, 0, 1)": the values as given, for logs and failed tests.
+    QString toDebugText() const;
+
 private:
     float m_left = 0;
     float m_top = 0;
@@ -46,3 +62,8 @@ private:
     float m_transparency = 0;
     int m_layer = 0;
 };
+
+QDebug operator<<(QDebug debug, const PositionRect &rect);
+// QtTest prints a PositionRect that a QCOMPARE finds different with this (found by argument-
+// dependent lookup); the caller frees the text, as QtTest does.
+char *toString(const PositionRect &rect);

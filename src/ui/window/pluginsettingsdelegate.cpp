@@ -532,12 +532,7 @@ void PluginSettingsDelegate::loadSettingFromFile(const QString &path)
     const PositionRect values = PositionFile::read(path, inBundle ? FileOps::ReadLinks::Follow
                                                                   : FileOps::ReadLinks::NoFollow)
                                     .value_or(PositionRect());
-    ptRect->setLeft(values.left());
-    ptRect->setTop(values.top());
-    ptRect->setRight(values.right());
-    ptRect->setBottom(values.bottom());
-    ptRect->setTransparency(values.transparency());
-    ptRect->setLayer(values.layer());
+    *ptRect = values;
 
     if (!_positionView && m_window)
         createPositionView();

@@ -16,14 +16,7 @@ private:
     static PositionRect make(float left, float top, float right, float bottom, float transparency,
                              int layer)
     {
-        PositionRect rect;
-        rect.setLeft(left);
-        rect.setTop(top);
-        rect.setRight(right);
-        rect.setBottom(bottom);
-        rect.setTransparency(transparency);
-        rect.setLayer(layer);
-        return rect;
+        return PositionRect(left, top, right, bottom, transparency, layer);
     }
 
     static QByteArray readBytes(const QString &path)
@@ -55,6 +48,46 @@ private slots:
         QCOMPARE(rect.bottom(), -0.25f);
         QCOMPARE(rect.transparency(), 150.0f);
         QCOMPARE(rect.layer(), -3);
+    }
+
+    void valueConstructorTakesTheSixValuesInFileOrder()
+    {
+        const PositionRect rect(1.5f, 2, 3, 4, 5, 6);
+        QCOMPARE(rect.left(), 1.5f);
+        QCOMPARE(rect.top(), 2.0f);
+        QCOMPARE(rect.right(), 3.0f);
+        QCOMPARE(rect.bottom(), 4.0f);
+        QCOMPARE(rect.transparency(), 5.0f);
+        QCOMPARE(rect.layer(), 6);
+        QCOMPARE(PositionRect(1, 2, 3, 4), PositionRect(1, 2, 3, 4, 0, 0));
+        QCOMPARE(rect.toText(), QByteArray("1.5\n2.0\n3.0\n4.0\n5.0\n6"));
+    }
+
+    void printsEveryValue_data()
+    {
+        QTest::addColumn<PositionRect>("rect");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("the bundle's defaults") << PositionRect(10, 26, 60, 26, 0, 1)
+                                               << "PositionRect(10, 26, 60, 26, 0, 1)";
+        QTest::newRow("fractions to a float's digits")
+            << PositionRect(0.1f, 2.5f, 3, 4, 99.9f, 0)
+            << "PositionRect(0.100000001, 2.5, 3, 4, 99.9000015, 0)";
+        QTest::newRow("negative and huge values as stored")
+            << PositionRect(-5, 1e6f, 0, 0, 250, -3) << "PositionRect(-5, 1000000, 0, 0, 250, -3)";
+    }
+
+    void printsEveryValue()
+    {
+        QFETCH(PositionRect, rect);
+        QFETCH(QString, text);
+        QCOMPARE(rect.toDebugText(), text);
+        QString logged;
+        QDebug(&logged) << rect;
+        QCOMPARE(logged.trimmed(), text); // QDebug puts a space after each item
+        // What QtTest prints when a comparison of two records fails.
+        char *printed = toString(rect);
+        QCOMPARE(QString::fromUtf8(printed), text);
+        delete[] printed;
     }
 
     void equalityComparesEveryField()

@@ -82,14 +82,7 @@ struct Scene
 PositionRect margins(float left, float top, float right, float bottom, float transparency = 0,
                      int layer = 0)
 {
-    PositionRect r;
-    r.setLeft(left);
-    r.setTop(top);
-    r.setRight(right);
-    r.setBottom(bottom);
-    r.setTransparency(transparency);
-    r.setLayer(layer);
-    return r;
+    return PositionRect(left, top, right, bottom, transparency, layer);
 }
 
 struct PaintCounter : QObject
