@@ -30,20 +30,29 @@ int ColumnFit::neededWidth(const QScrollArea *area)
     return area->widget()->minimumSizeHint().width() + bar + frame.left() + frame.right();
 }
 
+QScrollArea *ColumnFit::area() const
+{
+    return qobject_cast<QScrollArea *>(m_area.data());
+}
+
 bool ColumnFit::eventFilter(QObject *watched, QEvent *event)
 {
     // A layout request is the content telling that its sizes changed; it comes once per change,
     // after the texts and pictures are set, never during a drag.
-    if (m_area && watched == m_area->widget() && event->type() == QEvent::LayoutRequest)
-        fit();
+    if (event->type() == QEvent::LayoutRequest) {
+        QScrollArea *column = area();
+        if (column && watched == column->widget())
+            fit();
+    }
     return QObject::eventFilter(watched, event);
 }
 
 void ColumnFit::fit()
 {
-    if (!m_area)
+    QScrollArea *column = area();
+    if (!column)
         return;
-    const int needed = neededWidth(m_area);
-    if (m_area->minimumWidth() != needed)
-        m_area->setMinimumWidth(needed);
+    const int needed = neededWidth(column);
+    if (column->minimumWidth() != needed)
+        column->setMinimumWidth(needed);
 }

@@ -26,7 +26,10 @@ protected:
 
 private:
     explicit ColumnFit(QScrollArea *area);
+    // The area while it is whole; null once it is being destroyed (its widget's last events
+    // arrive while only its QWidget part is left).
+    QScrollArea *area() const;
     void fit();
 
-    QPointer<QScrollArea> m_area;
+    QPointer<QWidget> m_area;
 };
