@@ -21,7 +21,7 @@ inline QByteArray bytes(const QByteArray &content, const QString &name)
         QByteArray gif("GIF89a\x01\x00\x01\x00\x80\x00\x00\x00\x00\x00\xff\xff\xff", 19);
         const QByteArray comment = content.left(255);
         gif += QByteArray("\x21\xfe", 2) + char(comment.size()) + comment + QByteArray(1, '\0');
-        gif += QByteArray("\x2c\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00\x3b", 18);
+        gif += QByteArray("\x2c\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00\x3b", 16);
         return gif;
     }
     const char *format = suffix == QLatin1String("png") ? "PNG" : "JPEG";
