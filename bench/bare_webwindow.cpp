@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The floor for the settings window's start: a bare Qt program that opens an empty window holding
 // a web view. Prints "window shown" once the window is exposed, then quits after 300 ms, as
 // imghost --quit-when-shown does.

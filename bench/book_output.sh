@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Book output benchmark: the description converted to JSON and the book script scrambled, each
 # beside its reference on the same input, in one run:
 #   - fast-xml-parser + JSON.stringify (installed from npm into bench/node_modules, only here);

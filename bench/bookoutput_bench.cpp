@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Figures for the book output: the description converted to JSON, and the book script scrambled.
 //   bookoutput_bench generate DESCRIPTION.xml SCRIPT.txt   writes the two inputs
 //   bookoutput_bench json DESCRIPTION.xml                  parse + convert, and convert alone

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Reference figure: a widely used JavaScript XML-to-JSON conversion (fast-xml-parser, then
 // JSON.stringify) on the same description, best of five rounds as ours, with the process's peak
 // memory.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Drag steps in the real settings window, its controller the canvas's owner: a press on the edit
 // box, 10,000 moves, a release, all through real mouse events. Each step is timed from the moment
 // its event is sent until it returns: the box moved, the canvas's record updated, and the owner

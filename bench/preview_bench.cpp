@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Edit-to-preview latency of the live preview: an edit rewrites "config.js" and raises the change
 // flag, as a save does; the 0.33 s timer rebuilds the preview. Measured until the page reports the
 // new position, over 50 edits made at random moments of the tick, and printed beside the floor

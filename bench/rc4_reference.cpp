@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Reference figure for the scrambler: a bare RC4 loop over the same bytes, nothing else (no text
 // conversion, no encoding), best of as many rounds as the scrambler gets, with the process's peak
 // memory.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Figures of the settings window, printed; never asserted.
 //
 //   settingswindow_bench keystrokes [N] [BYTES]  keystroke to disk: N edits of the left margin

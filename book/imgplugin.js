@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 /*
  * imgplugin.js: the image plugin's loader, shared by the published book and the preview page.
  * No dependencies. In a page, load it with a plain <script src="imgplugin.js"></script>; it

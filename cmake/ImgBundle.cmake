@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Where the bundle is assembled in the build tree, laid out like a macOS bundle on every platform
 # so that bundle-relative paths such as Contents/Resources/data/defaultsettings.dat hold everywhere.
 set(IMG_BUNDLE_DIR "${CMAKE_BINARY_DIR}/img.bundle")

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Manual pages are installed compressed, as Debian's policy asks: `gzip -9n` leaves the name and
 # time out of the archive, so that the same page gives the same bytes on every build.
 #   img_add_man_page(<target> <page file> <install component>)

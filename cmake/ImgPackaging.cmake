@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Debian packages, built by `cpack -G DEB` in a configured build folder (scripts/package.sh):
 #   imgplugin        the bundle and the imgbundle tool           (component runtime)
 #   imgplugin-demo   the demo host imghost                         (component demo)

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # img_add_qtest(<name> SOURCES <files...> LIBRARIES <targets...> [DISPLAY offscreen|xvfb])
 # Every test gets its own HOME, data and temporary folders (see tests/testenv.h) and never touches
 # the real user's files. DISPLAY xvfb marks tests that need a real X server (the web view); the

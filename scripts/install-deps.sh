@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Installs every Debian package that building, running and testing the bundle needs.
 # Idempotent: only packages that are missing are installed. Works as root or through sudo.
 set -euo pipefail

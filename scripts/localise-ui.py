@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 """Writes the window descriptions of every language folder from the English ones.
 
 Each resources/en.lproj/<Name>.ui is the original. For every translations/<lang>.ts other than

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Builds the Debian packages into build-deb/packages/:
 #   imgplugin        the bundle (under /usr/lib/<multiarch>/imgplugin) and the imgbundle tool
 #   imgplugin-demo   the demo host imghost

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # The main job: builds the bundle and the demo host, then opens the image plugin's settings
 # window on the bundle's default resources, the way the publishing application does.
 #   scripts/run.sh [imghost options...]      e.g. scripts/run.sh --language de --modeless

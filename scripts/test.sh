@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Installs what is missing, builds, and runs every test (C++ suites and the book's JavaScript).
 #   scripts/test.sh             the normal build in build/
 #   scripts/test.sh --sanitize  the address+undefined sanitizer build in build-sanitize/

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Shared by the book's tests: the C++ tool (its path comes from CTest) and a tiny DOM.
 'use strict';
 const { spawnSync } = require('node:child_process');

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 'use strict';
 const test = require('node:test');
 const assert = require('node:assert/strict');

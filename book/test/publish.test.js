@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 'use strict';
 // The tool writes the workspace's scripts with the C++ code; the loader reads them back.
 const test = require('node:test');

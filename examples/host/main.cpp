@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // examplehost: the smallest host of the image plugin. It loads the plugin from the installed
 // bundle, opens its settings window modally and prints the stop code once the window has closed.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Shows the plugin on the preview page: the image placed by the book's loader from the settings in
 // "config.js", or a placeholder where the image goes when none is chosen or it cannot be loaded.
 // window.previewState() tells what is shown, for the settings window and its tests.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // imghost: a small stand-in for the publishing application. It loads the image plugin bundle at
 // run time, opens its settings window modally or not, and prints the stop code and isCloseBundle
 // once the window has closed.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // imgbundle json: the JSON that the page reads, made from a description XML file.
 
 #include "toolcommand.h"

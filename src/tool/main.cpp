@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // imgbundle: the command-line tool over the core. The commands register themselves (see
 // toolcommand.h); this file only finds the one named on the command line and runs it.
 

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Writes the manual page of imgbundle from the tool's own --help texts, so that the page and the
 # help can never tell different stories. Run by the build after the tool is linked:
 #   cmake -DTOOL=path/to/imgbundle -DVERSION=1.1.0 -DDATE=2026-11-24 -DOUTPUT=imgbundle.1 \

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // imgbundle position read|write: the six-line position file, read and written as the window does.
 
 #include "toolcommand.h"

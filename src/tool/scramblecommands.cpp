@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // imgbundle scramble | unscramble: the book script's scrambling as a filter from standard input
 // to standard output.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // imgbundle config | publish: the scripts that the preview page and the book load.
 
 #include "toolcommand.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // imgbundle workspace: loads the plugin's workspace, creating it or topping it up from a bundle.
 
 #include "toolcommand.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // A host may delete the controller from inside any of its signals or callbacks: previewLoaded(),
 // windowClosed(), the dialog's finished() and the closed handler. Each is tried 20 times; a use
 // of the deleted controller shows up as a crash, or under the sanitizer build as a use after

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The demo host as a program: it loads the bundle, shows the window, and prints the stop code and
 // isCloseBundle when the window closes.
 

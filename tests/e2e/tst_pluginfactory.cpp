@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The plugin's factory as a host that forgot to share OpenGL contexts meets it: no window and a
 // warning that names the fix, where the window's web view would otherwise take the host down.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The plugin's factory as a host developer meets it with a wrong bundle path: no window, and a
 // warning of the category "img.plugin" that says which path was wrong and what was expected.
 

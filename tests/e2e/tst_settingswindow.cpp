@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The settings window as a host sees it: the real plugin, loaded from the built bundle through the
 // demo host's loading code, driven through its widgets, and judged by its stop code and the
 // workspace it leaves behind.

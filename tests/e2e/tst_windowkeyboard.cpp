@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The settings window worked from the keyboard alone and heard through assistive technology: the
 // tab chain, the canvas's arrow keys saved byte for byte, the mnemonics, and a name and a
 // description in the window's language for every control. (The canvas's spoken value in each

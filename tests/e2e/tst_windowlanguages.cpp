@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The settings window in each language the bundle ships: its texts come from that language's
 // window description, and no text is clipped or overlaps another, at the window's opening size and
 // at its smallest size.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The settings column in every language and every state of the image choice: nothing in it is
 // cut at its right edge (the column scrolls down, never sideways) and no number field clips its
 // value, at the smallest window size and at scale factor 2. Each language and scale runs in a

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The Debian packages as cpack builds them from this build: which files each holds, what each
 // depends on, a stripped plugin, and programs that carry no run path and nothing of the build tree.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The development kit as a host developer meets it: the project installed into a fresh prefix,
 // the example host configured against that prefix alone with find_package, built and run; the
 // pkg-config file; and the installed programs finding the installed bundle, never the build's.

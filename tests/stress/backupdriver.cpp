@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // backupdriver: does to a workspace's files what the settings window does, step by step, and says
 // on standard output when each step is done, so that a test can kill it at a chosen moment and
 // check what the next opening finds. No window, no display: only the core the window uses.

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The image plugin authors
+# SPDX-License-Identifier: BSD-3-Clause
 # Kills the settings window's file work many times at random moments of opening, saving, Cancel
 # and OK (a second window dying while settling the first one's leftovers included), and counts
 # what the next openings found. The suite runs a fixed slice of this; run the long one by hand

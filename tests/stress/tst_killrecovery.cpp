@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Kills on the real disk: a driver that does to a workspace what the settings window does is
 // killed with SIGKILL at a random moment of opening, saving, Cancel or OK (and the demo host
 // itself while its window is open), then the next opening settles the workspace and answers

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The book output commands end to end on the bundle's own resources: a workspace made by
 // "workspace", its scripts written by "config" and "publish", restored by "unscramble".
 #include "testenv.h"

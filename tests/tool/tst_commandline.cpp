@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The rules that every command of the tool follows on the command line: how options are read,
 // where help, errors and output go, and the exit status.
 #include "specialentries.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 #pragma once
 
 // A program started with one of its standard streams closed gets that number back from the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 #pragma once
 
 // What the page canvas tells its owner (the settings window). The canvas holds the owner through

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Which pairs of margins leave the image no room on the page, judged as the fields read.
 
 #include "marginroom.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The one-decimal text of a position value, worked out without a formatter, against the text
 // the formatter writes into the fields and the position file.
 

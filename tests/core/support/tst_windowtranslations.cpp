@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Every text of the window descriptions and the strings table exists in every language the bundle
 // ships, and each language's window description is the English one with exactly those texts
 // translated (scripts/localise-ui.py writes them).

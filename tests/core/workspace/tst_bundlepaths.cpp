@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // What a host developer hears when the path passed as the bundle is not one: each usual mistake
 // named in one line, and nothing for a whole bundle.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // A window with a page canvas and its edit box, for looking at the position editor by eye.
 //   positiondemo [--margins L,T,R,B] [--size WxH] [--transparency T] [--image FILE |
 //   --sample-image]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The chosen image as the canvas and the image facts read it: its shape as it stands (a turned
 // photo is taller than it is stored) and its colours in the reduced copy, for every kind of PNG,
 // JPEG and GIF.

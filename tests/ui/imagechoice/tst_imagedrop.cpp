@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // What a drop or paste gives the image choice: an image file of the chooser's types, an http(s)
 // link, or a refusal with its reason; decided without a window.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // What the image choice tells about a chosen file: its size in pixels and a small thumbnail, or
 // that it is missing or no readable image.
 

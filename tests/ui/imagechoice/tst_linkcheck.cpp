@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Which typed links will show the image in a reader's book, and what the field says of the
 // others. The window saves every link as typed; this only decides the field's mark.
 

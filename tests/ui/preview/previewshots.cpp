@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Renders the preview page of the bundle into PNG files for the documentation:
 //   preview_screenshots <bundle html folder> <output folder>
 // writes preview-image.png (a picture placed on the page) and preview-placeholder.png (no image

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The preview timer's run-loop modes: which mode runs while which windows are up, and a real
 // timer that keeps to its mode.
 

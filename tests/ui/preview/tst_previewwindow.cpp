@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The live preview inside the real settings window: field edits reach the page, edits within one
 // tick cost one rebuild, and the window's preview keeps to the navigation policy.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The mark of a margin field without room: legible on light and dark palettes, and gone without a
 // trace once cleared.
 

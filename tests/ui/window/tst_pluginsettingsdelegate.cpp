@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The settings window controller in-process: creation, the shared position record, the slider's
 // precision, the layer choice, and saving without a workspace.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The history of position edits without a window: which edits become one step, where undo stops,
 // and what undo and redo hand back to be shown and saved.
 

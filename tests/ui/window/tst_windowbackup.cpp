@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // The settings window and its backup: the question about a dead window's backup, the alerts when
 // no backup can be made, and Cancel, OK and the close box with a backup still being taken.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The image plugin authors
+// SPDX-License-Identifier: BSD-3-Clause
+
 // Undo and redo of the settings window's position edits, driven as a user would: typing, dragging,
 // arrow keys, the slider, the layer buttons and Default, then Ctrl+Z and Ctrl+Shift+Z (or the
 // canvas's menu), with "settings.dat" and "config.js" read back after every step.
