@@ -14,12 +14,14 @@
 
 #include <QBuffer>
 #include <QFile>
-#include <QRegularExpression>
 #include <QLocale>
+#include <QRegularExpression>
+
+#include <cerrno>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
-#include <cmath>
 
 namespace {
 
@@ -129,8 +131,14 @@ int runWrite(const Command &self, const CommandOptions &options)
         return failure(why);
     // What PositionRect::saveToFile does, but the window ignores a failed save and the tool
     // says so.
-    if (!FileOps::writeAtomically(path, rect->toText()))
-        return failure(QStringLiteral("could not write %1").arg(path));
+    errno = 0;
+    if (!FileOps::writeAtomically(path, rect->toText())) {
+        // The failing call's own reason: the clean-up after it (closing, removing the sibling)
+        // succeeds and leaves errno as the failure set it.
+        const int reason = errno != 0 ? errno : EIO;
+        return failure(QStringLiteral("could not write %1: %2")
+                           .arg(path, QString::fromLocal8Bit(std::strerror(reason))));
+    }
     return Success;
 }
 

@@ -587,6 +587,19 @@ private slots:
         QVERIFY2(isOneLine(r.err) && r.err.contains(message), r.err.constData());
     }
 
+    // A file that cannot be written says why, in the system's words.
+    void failedWriteNamesTheSystemsReason()
+    {
+        const QString path = m_dir.filePath(QStringLiteral("no-such-folder/settings.dat"));
+        const Result r =
+            ToolRun::run({"position", "write", path, "1", "2", "3", "4", "5", "6"});
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(isOneLine(r.err) &&
+                     r.err.contains("could not write " + path.toUtf8() + ": No such file or directory"),
+                 r.err.constData());
+        QCOMPARE(r.out, QByteArray());
+    }
+
     // A byte-order mark at the start of a text survives the round trip through the filters.
     void byteOrderMarkSurvivesScrambleAndUnscramble()
     {
