@@ -1020,7 +1020,7 @@ void TestSettingsWindow::hostEndsTheWindowWithoutAsking_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("0 restores the opening state, as Cancel") << 0;
-    QTest::newRow("1 keeps the state saved live, as the close box answered OK") << 1;
+    QTest::newRow("1 keeps the state saved live, as the close box answered Apply") << 1;
 }
 
 void TestSettingsWindow::hostEndsTheWindowWithoutAsking()
