@@ -4,6 +4,8 @@
 # Installs what is missing, builds, and runs every test (C++ suites and the book's JavaScript).
 #   scripts/test.sh             the normal build in build/
 #   scripts/test.sh --sanitize  the address+undefined sanitizer build in build-sanitize/
+#   scripts/test.sh --portable  the portable file layer (as a system without its own) in
+#                               build-portable/
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,6 +14,9 @@ cmake_args=()
 if [ "${1:-}" = "--sanitize" ]; then
   build_dir=build-sanitize
   cmake_args+=(-DIMG_SANITIZE=ON -DIMG_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug)
+elif [ "${1:-}" = "--portable" ]; then
+  build_dir=build-portable
+  cmake_args+=(-DIMG_PORTABLE_FS=ON -DIMG_BUILD_BENCH=OFF)
 fi
 
 ./scripts/install-deps.sh

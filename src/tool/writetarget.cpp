@@ -3,21 +3,20 @@
 
 #include "writetarget.h"
 
-#include <QFile>
-#include <sys/stat.h>
+#include "filesystem.h"
 
 namespace WriteTarget {
 
 QString refusal(const QString &path)
 {
-    struct stat st;
-    // lstat, not stat: what counts is the entry that the rename replaces, not a link's target.
+    Fs::Entry entry;
+    // The entry itself, not a link's target: what counts is the entry that the rename replaces.
     // An entry that cannot be examined is left to the write, which reports its own failure.
-    if (::lstat(QFile::encodeName(path).constData(), &st) != 0)
+    if (!Fs::entryAt(Fs::encode(path), &entry))
         return QString();
-    if (S_ISREG(st.st_mode) || S_ISLNK(st.st_mode))
+    if (entry.isFile() || entry.isLink())
         return QString();
-    if (S_ISDIR(st.st_mode))
+    if (entry.isFolder())
         return QStringLiteral("cannot write %1: it is a folder, left as it is").arg(path);
     return QStringLiteral("cannot write %1: it is a FIFO, device or socket, left as it is")
         .arg(path);

@@ -3,15 +3,11 @@
 
 #include "backupfolder.h"
 
-#include "treecopy.h"
+#include "filesystem.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace BackupFolder {
 
@@ -23,34 +19,20 @@ constexpr qint64 MaxMarkSize = 1024 * 1024;
 
 QByteArray nativeAbsolute(const QString &path)
 {
-    return QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    return Fs::encode(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
 }
 
 bool writeMark(const QByteArray &path, const QByteArray &data, bool flush)
 {
-    const int fd =
-        ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (fd < 0)
-        return false;
-    const bool ok =
-        TreeCopy::writeAll(fd, data.constData(), data.size()) && (!flush || fdatasync(fd) == 0);
-    return ::close(fd) == 0 && ok;
+    return Fs::overwriteFile(path, data, flush);
 }
 
 QByteArray readMark(const QByteArray &path)
 {
-    const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0)
+    QFile file;
+    if (!Fs::openForReading(&file, path) || file.size() >= MaxMarkSize)
         return {};
-    struct stat st;
-    QByteArray data;
-    if (fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size < MaxMarkSize) {
-        data.resize(st.st_size);
-        const ssize_t n = ::read(fd, data.data(), size_t(data.size()));
-        data.resize(n < 0 ? 0 : n);
-    }
-    ::close(fd);
-    return data;
+    return file.readAll();
 }
 
 } // namespace BackupFolder

@@ -4,25 +4,20 @@
 #include "backuprecovery.h"
 
 #include "backupfolder.h"
+#include "filesystem.h"
 #include "treecopy.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QLoggingCategory>
+#include <QMutex>
 #include <QRegularExpression>
+#include <QThreadPool>
 
 #include <algorithm>
-#include <cerrno>
-#include <condition_variable>
-#include <csignal>
-#include <deque>
-#include <fcntl.h>
-#include <mutex>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcRecovery, "img.backup.recovery", QtWarningMsg)
 
@@ -32,110 +27,81 @@ namespace {
 
 const QByteArray DiscardSuffix = ".discard";
 
-// Removes trees on a thread of its own, so that Cancel and OK return once the workspace is right
-// rather than once the old tree of ten thousand files is gone. The process waits for it before
-// it exits (or the plugin is unloaded).
-class Janitor
+// Removes trees in the background, so that Cancel and OK return once the workspace is right
+// rather than once the old tree of ten thousand files is gone. The removals run one at a time in
+// a pool that the application object waits for when it goes (a post routine of its destructor,
+// at the end of main()), never a destructor of the plugin's own statics, where a loader lock may
+// be held.
+QMutex poolMutex;
+QThreadPool *pool = nullptr;
+
+void finishCleanUp()
 {
-public:
-    ~Janitor()
-    {
-        {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_quit = true;
-        }
-        m_wake.notify_all();
-        if (m_worker.joinable())
-            m_worker.join();
+    const QMutexLocker lock(&poolMutex);
+    if (pool) {
+        pool->waitForDone();
+        delete pool;
+        pool = nullptr;
     }
-
-    void add(const QByteArray &path)
-    {
-        if (path.isEmpty())
-            return;
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_queue.push_back(path);
-        if (!m_worker.joinable())
-            m_worker = std::thread([this] { run(); });
-        m_wake.notify_all();
-    }
-
-    void waitIdle()
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        m_idle.wait(lock, [this] { return m_queue.empty() && !m_busy; });
-    }
-
-private:
-    void run()
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        for (;;) {
-            m_wake.wait(lock, [this] { return m_quit || !m_queue.empty(); });
-            if (m_queue.empty())
-                return; // quitting, nothing left
-            const QByteArray path = m_queue.front();
-            m_queue.pop_front();
-            m_busy = true;
-            lock.unlock();
-            TreeCopy::removeTree(path);
-            lock.lock();
-            m_busy = false;
-            m_idle.notify_all();
-        }
-    }
-
-    std::mutex m_mutex;
-    std::condition_variable m_wake;
-    std::condition_variable m_idle;
-    std::deque<QByteArray> m_queue;
-    std::thread m_worker;
-    bool m_busy = false;
-    bool m_quit = false;
-};
-
-Janitor &janitor()
-{
-    static Janitor instance;
-    return instance;
 }
 
-void removeLater(const QByteArray &path)
+QThreadPool *cleanUpPool()
 {
-    struct stat st;
-    if (TreeCopy::entryStat(path, &st))
-        janitor().add(path);
-}
-
-void discardFolder(const QByteArray &backup)
-{
-    struct stat st;
-    if (!TreeCopy::entryStat(backup, &st))
-        return;
-    const QByteArray renamed = backup + DiscardSuffix;
-    TreeCopy::removeTree(renamed); // a leftover of an earlier crash at the same name
-    if (::rename(backup.constData(), renamed.constData()) == 0) {
-        janitor().add(renamed);
-        return;
+    const QMutexLocker lock(&poolMutex);
+    if (!pool) {
+        pool = new QThreadPool;
+        pool->setObjectName(QStringLiteral("img.backup.cleanup"));
+        pool->setMaxThreadCount(1);
+        qAddPostRoutine(finishCleanUp);
     }
-    // Cannot be renamed: it stops counting as complete before anything else of it goes.
-    ::unlink((backup + BackupFolder::Complete).constData());
-    TreeCopy::removeTree(backup);
+    return pool;
 }
 
 bool exists(const QByteArray &path)
 {
-    struct stat st;
-    return TreeCopy::entryStat(path, &st);
+    return TreeCopy::exists(path);
+}
+
+void removeLater(const QByteArray &path)
+{
+    if (exists(path))
+        cleanUpPool()->start([path] { TreeCopy::removeTree(path); });
+}
+
+void discardFolder(const QByteArray &backup)
+{
+    if (!exists(backup))
+        return;
+    const QByteArray renamed = backup + DiscardSuffix;
+    TreeCopy::removeTree(renamed); // a leftover of an earlier crash at the same name
+    if (Fs::rename(backup, renamed)) {
+        removeLater(renamed);
+        return;
+    }
+    // Cannot be renamed: it stops counting as complete before anything else of it goes.
+    Fs::removeFile(backup + BackupFolder::Complete);
+    TreeCopy::removeTree(backup);
 }
 
 // "device:inode" of the entry at path; empty when nothing is there.
 QByteArray identity(const QByteArray &path)
 {
-    struct stat st;
-    if (!TreeCopy::entryStat(path, &st))
+    Fs::Entry entry;
+    if (!Fs::entryAt(path, &entry))
         return {};
-    return QByteArray::number(quint64(st.st_dev)) + ':' + QByteArray::number(quint64(st.st_ino));
+    return QByteArray::number(entry.device) + ':' + QByteArray::number(entry.inode);
+}
+
+// True when the entry at path belongs to the user this process runs as: another user's backups
+// and leftovers in a shared temporary folder are never touched.
+bool isOurs(const QByteArray &path, Fs::Entry *entry = nullptr)
+{
+    Fs::Entry found;
+    if (!Fs::entryAt(path, &found) || found.owner != Fs::currentUser())
+        return false;
+    if (entry)
+        *entry = found;
+    return true;
 }
 
 // Where a restore puts its copy, and where a swap without exchange parks the old workspace:
@@ -160,16 +126,25 @@ Siblings siblingsOf(const QByteArray &workSpace, const QByteArray &backup)
     return {prefix + ".restore-" + tag, prefix + ".old-" + tag};
 }
 
-// A dead window no longer holds its backup's lock.
+// A dead window no longer holds its backup's lock. The probe takes any lock file as stale that
+// its owner does not hold: the system's own lock on it, which a live owner keeps and a dead one
+// has lost, decides, so neither a lock file of a dead process nor an empty one left by a crash
+// while it was made counts. A dead owner's lock file is removed on the way.
 bool isAlive(const QByteArray &backup)
 {
-    const int fd =
-        ::open((backup + BackupFolder::Lock).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
-    if (fd < 0)
+    const QByteArray lock = backup + BackupFolder::Lock;
+    Fs::Entry entry;
+    if (!Fs::entryAt(lock, &entry) || !entry.isFile())
         return false;
-    const bool locked = flock(fd, LOCK_EX | LOCK_NB) != 0;
-    ::close(fd);
-    return locked;
+    QLockFile probe(Fs::decode(lock));
+    probe.setStaleLockTime(1);
+    // A few milliseconds, so that a lock file made this very moment has aged past the stale time
+    // and its system lock is asked.
+    if (probe.tryLock(5)) {
+        probe.unlock();
+        return false;
+    }
+    return probe.error() == QLockFile::LockFailedError;
 }
 
 // Special files the backup could not hold stay as the workspace has them: they move into the
@@ -183,12 +158,11 @@ void carryKeptEntries(const QByteArray &workSpace, const QByteArray &backup,
             continue;
         const QByteArray target = restored + '/' + rel;
         const QByteArray folder = parentOf(target);
-        struct stat folderStat;
-        if (!exists(workSpace + '/' + rel) || exists(target) ||
-            !TreeCopy::entryStat(folder, &folderStat))
+        Fs::Entry folderEntry;
+        if (!exists(workSpace + '/' + rel) || exists(target) || !Fs::entryAt(folder, &folderEntry))
             continue;
-        if (::rename((workSpace + '/' + rel).constData(), target.constData()) == 0)
-            TreeCopy::applyFolderMetadata(folder, folderStat);
+        if (Fs::rename(workSpace + '/' + rel, target))
+            Fs::applyMetadata(folder, folderEntry);
     }
 }
 
@@ -196,27 +170,28 @@ void carryKeptEntries(const QByteArray &workSpace, const QByteArray &backup,
 // (empty when there was none).
 QByteArray swapIn(const QByteArray &workSpace, const QByteArray &restored, const QByteArray &parked)
 {
-    struct stat rootStat;
-    TreeCopy::entryStat(restored, &rootStat);
+    Fs::Entry root;
+    const bool rootKnown = Fs::entryAt(restored, &root);
     QByteArray old;
-    if (TreeCopy::exchange(restored, workSpace)) {
+    if (Fs::exchange(restored, workSpace)) {
         old = restored;
     } else if (!exists(workSpace)) {
-        ::rename(restored.constData(), workSpace.constData());
+        Fs::rename(restored, workSpace);
     } else {
         // Without an exchange there is an instant with no workspace; the next opening finishes
         // the swap from the backup's record.
-        if (::rename(workSpace.constData(), parked.constData()) != 0)
+        if (!Fs::rename(workSpace, parked))
             return {};
-        if (::rename(restored.constData(), workSpace.constData()) != 0) {
-            ::rename(parked.constData(), workSpace.constData());
+        if (!Fs::rename(restored, workSpace)) {
+            Fs::rename(parked, workSpace);
             return {};
         }
         old = parked;
     }
     // Moving a folder may touch its own times.
-    TreeCopy::applyFolderMetadata(workSpace, rootStat);
-    TreeCopy::syncFolder(parentOf(workSpace));
+    if (rootKnown)
+        Fs::applyMetadata(workSpace, root);
+    Fs::syncFolder(parentOf(workSpace));
     return old;
 }
 
@@ -238,9 +213,8 @@ bool isBeingMade(const QString &name, const QByteArray &path)
 {
     if (isAlive(path))
         return true;
-    const pid_t maker = pid_t(name.section(QLatin1Char('-'), -1).chopped(4).toLongLong());
-    return !exists(path + BackupFolder::Lock) && maker > 0 &&
-           (::kill(maker, 0) == 0 || errno == EPERM);
+    const qint64 maker = name.section(QLatin1Char('-'), -1).chopped(4).toLongLong();
+    return !exists(path + BackupFolder::Lock) && maker > 0 && Fs::processRuns(maker);
 }
 
 bool isDiscardedName(const QString &name)
@@ -259,7 +233,7 @@ bool settleSwap(const QByteArray &workSpace, const QByteArray &backup, const Sib
     if (identity(workSpace) != restored && !exists(workSpace)) {
         for (const QByteArray &candidate : {siblings.staging, backup + BackupFolder::Tree}) {
             if (identity(candidate) == restored)
-                ::rename(candidate.constData(), workSpace.constData());
+                Fs::rename(candidate, workSpace);
         }
     }
     if (identity(workSpace) != restored)
@@ -275,20 +249,18 @@ bool settleSwap(const QByteArray &workSpace, const QByteArray &backup, const Sib
 void removeOrphanSiblings(const QByteArray &workSpace, const QDir &temp)
 {
     const QByteArray parent = parentOf(workSpace);
-    const QString name = QFile::decodeName(workSpace.mid(workSpace.lastIndexOf('/') + 1));
+    const QString name = Fs::decode(workSpace.mid(workSpace.lastIndexOf('/') + 1));
     const QStringList prefixes{QLatin1Char('.') + name + QLatin1String(".restore-"),
                                QLatin1Char('.') + name + QLatin1String(".old-")};
     const QStringList entries =
-        QDir(QFile::decodeName(parent))
+        QDir(Fs::decode(parent))
             .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks);
     for (const QString &entry : entries) {
         for (const QString &prefix : prefixes) {
             const QString tag = entry.mid(prefix.size());
-            struct stat st;
-            const QByteArray path = parent + '/' + QFile::encodeName(entry);
+            const QByteArray path = parent + '/' + Fs::encode(entry);
             if (entry.startsWith(prefix) && isBackupName(tag) &&
-                !exists(QFile::encodeName(temp.filePath(tag))) && TreeCopy::entryStat(path, &st) &&
-                st.st_uid == geteuid())
+                !exists(Fs::encode(temp.filePath(tag))) && isOurs(path))
                 removeLater(path);
         }
     }
@@ -312,12 +284,10 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
         temp.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks);
     for (const QString &name : std::as_const(names)) {
         // What a crash left of a removal; nothing in it is trusted or needed.
-        struct stat st;
-        const QByteArray path = QFile::encodeName(temp.filePath(name));
-        if (isDiscardedName(name) && TreeCopy::entryStat(path, &st) && st.st_uid == geteuid())
+        const QByteArray path = Fs::encode(temp.filePath(name));
+        if (isDiscardedName(name) && isOurs(path))
             removeLater(path);
-        else if (isUnfinishedName(name) && TreeCopy::entryStat(path, &st) &&
-                 st.st_uid == geteuid() && !isBeingMade(name, path))
+        else if (isUnfinishedName(name) && isOurs(path) && !isBeingMade(name, path))
             removeLater(path);
     }
     names.erase(std::remove_if(names.begin(), names.end(),
@@ -328,26 +298,25 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
                b.section(QLatin1Char('-'), 0, 0).toDouble();
     });
     for (const QString &name : std::as_const(names)) {
-        const QByteArray backup = QFile::encodeName(temp.filePath(name));
-        struct stat st;
-        if (!TreeCopy::entryStat(backup, &st) || !S_ISDIR(st.st_mode) || st.st_uid != geteuid() ||
+        const QByteArray backup = Fs::encode(temp.filePath(name));
+        Fs::Entry entry;
+        if (!isOurs(backup, &entry) || !entry.isFolder() ||
             BackupFolder::readMark(backup + BackupFolder::Owner) != ws || isAlive(backup))
             continue;
         const Siblings siblings = siblingsOf(ws, backup);
         if (settleSwap(ws, backup, siblings))
             continue;
         if (!exists(ws) && exists(siblings.parked))
-            ::rename(siblings.parked.constData(), ws.constData());
+            Fs::rename(siblings.parked, ws);
         TreeCopy::removeTree(siblings.staging);
         if (!exists(backup + BackupFolder::Complete)) {
             qCDebug(lcRecovery) << "removing the incomplete backup" << backup;
             discardFolder(backup);
         } else if (exists(backup + BackupFolder::Cancel)) {
             // The author had chosen Cancel: that is finished now, without asking again.
-            goBack(workSpace, QFile::decodeName(backup));
+            goBack(workSpace, Fs::decode(backup));
         } else {
-            pending.append(
-                {QFile::decodeName(backup), name.section(QLatin1Char('-'), 0, 0).toDouble()});
+            pending.append({Fs::decode(backup), name.section(QLatin1Char('-'), 0, 0).toDouble()});
         }
     }
     removeOrphanSiblings(ws, temp);
@@ -359,7 +328,7 @@ SettingsBackup::Outcome goBack(const QString &workSpace, const QString &backupPa
                                const SettingsBackup::Progress &progress)
 {
     const QByteArray ws = BackupFolder::nativeAbsolute(workSpace);
-    const QByteArray backup = QFile::encodeName(backupPath);
+    const QByteArray backup = Fs::encode(backupPath);
     const QByteArray tree = backup + BackupFolder::Tree;
     if (workSpace.isEmpty() || !exists(backup + BackupFolder::Complete) || !exists(tree))
         return SettingsBackup::Outcome::NothingToUndo;
@@ -370,16 +339,15 @@ SettingsBackup::Outcome goBack(const QString &workSpace, const QString &backupPa
     QByteArray restored = tree;
     // Across file systems the backup is copied beside the workspace first; the workspace is
     // replaced only once that copy is complete.
-    if (!TreeCopy::sameFileSystem(tree, parentOf(ws))) {
+    if (!Fs::sameFileSystem(tree, parentOf(ws))) {
         const auto step = [&](qint64 done) {
             if (progress)
                 progress(done, total);
         };
-        if (TreeCopy::copyTree(tree, siblings.staging, step) != TreeCopy::Result::Done) {
+        if (TreeCopy::copyTree(tree, siblings.staging, step) != Fs::CopyResult::Done) {
             qCDebug(lcRecovery) << "cannot make the restored copy of" << ws;
             TreeCopy::removeTree(siblings.staging);
-            ::unlink(
-                (backup + BackupFolder::Cancel).constData()); // asked again at the next opening
+            Fs::removeFile(backup + BackupFolder::Cancel); // asked again at the next opening
             return SettingsBackup::Outcome::Failed;
         }
         restored = siblings.staging;
@@ -391,8 +359,8 @@ SettingsBackup::Outcome goBack(const QString &workSpace, const QString &backupPa
         // Not swapped: the workspace is as it was, and the backup is offered again next time.
         if (restored != tree)
             removeLater(restored);
-        ::unlink((backup + BackupFolder::Restored).constData());
-        ::unlink((backup + BackupFolder::Cancel).constData());
+        Fs::removeFile(backup + BackupFolder::Restored);
+        Fs::removeFile(backup + BackupFolder::Cancel);
         return SettingsBackup::Outcome::Failed;
     }
     removeLater(old);
@@ -409,12 +377,12 @@ void keep(const QString &backupPath)
 void discard(const QString &backupPath)
 {
     if (!backupPath.isEmpty())
-        discardFolder(QFile::encodeName(backupPath));
+        discardFolder(Fs::encode(backupPath));
 }
 
 void waitForCleanUp()
 {
-    janitor().waitIdle();
+    cleanUpPool()->waitForDone();
 }
 
 QStringList removeStaleTemporaries(const QString &workSpace)
@@ -426,10 +394,10 @@ QStringList removeStaleTemporaries(const QString &workSpace)
     const QDir dir(workSpace);
     const QStringList names = dir.entryList(QDir::Files | QDir::Hidden | QDir::System);
     for (const QString &name : names) {
-        const QByteArray path = QFile::encodeName(dir.filePath(name));
-        struct stat st;
-        if (pattern.match(name).hasMatch() && TreeCopy::entryStat(path, &st) &&
-            S_ISREG(st.st_mode) && ::unlink(path.constData()) == 0)
+        const QByteArray path = Fs::encode(dir.filePath(name));
+        Fs::Entry entry;
+        if (pattern.match(name).hasMatch() && Fs::entryAt(path, &entry) && entry.isFile() &&
+            Fs::removeFile(path))
             removed.append(name);
     }
     return removed;

@@ -37,8 +37,8 @@ void keep(const QString &backupPath);
 // the removal itself goes on in the background (see waitForCleanUp), and what a crash leaves of
 // it is removed by the next settle().
 void discard(const QString &backupPath);
-// Waits until every removal begun in the background has finished; the process waits for them
-// anyway before it exits.
+// Waits until every removal begun in the background has finished; the application object waits
+// for them anyway when it is destroyed.
 void waitForCleanUp();
 
 // Removes the temporaries of the bundle's interrupted saves at the top level of workSpace: only

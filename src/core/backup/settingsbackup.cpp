@@ -5,6 +5,7 @@
 
 #include "backupfolder.h"
 #include "backuprecovery.h"
+#include "filesystem.h"
 #include "treecopy.h"
 #include "writeguard.h"
 
@@ -12,22 +13,15 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QLoggingCategory>
 #include <QMutex>
 #include <QSet>
 #include <QWaitCondition>
 
 #include <atomic>
-#include <cerrno>
 #include <chrono>
-#include <cstdio>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 Q_LOGGING_CATEGORY(lcBackup, "img.backup", QtWarningMsg)
@@ -42,22 +36,11 @@ QByteArray nameFolder(const QByteArray &staging, const QString &base)
 {
     for (int suffix = 0; suffix <= MaxNameSuffix; ++suffix) {
         const QString name = suffix == 0 ? base : base + QLatin1Char('-') + QString::number(suffix);
-        const QByteArray path = QFile::encodeName(name);
-#if defined(__linux__) && defined(RENAME_NOREPLACE)
-        if (renameat2(AT_FDCWD, staging.constData(), AT_FDCWD, path.constData(),
-                      RENAME_NOREPLACE) == 0)
+        const QByteArray path = Fs::encode(name);
+        if (Fs::renameNoReplace(staging, path))
             return path;
-        if (errno == EEXIST)
-            continue;
-        if (errno != EINVAL && errno != ENOSYS)
+        if (Fs::lastFailure() != Fs::Failure::Exists)
             return {};
-#endif
-        struct stat st;
-        if (lstat(path.constData(), &st) == 0)
-            continue;
-        if (::rename(staging.constData(), path.constData()) == 0)
-            return path;
-        return {};
     }
     return {};
 }
@@ -71,7 +54,9 @@ public:
     QByteArray workSpace;
     QByteArray folder;
     QByteArray tree;
-    int lockFd = -1;
+    // Held for as long as the window lives; the system's lock on the file, which a dead process
+    // loses, is what a later opening asks.
+    std::unique_ptr<QLockFile> lock;
     int guardId = 0;
 
     QMutex mutex;
@@ -100,7 +85,7 @@ public:
     QSet<QByteArray> handled;
     QSet<QByteArray> missing;
     QSet<QByteArray> folderSet;
-    std::vector<std::pair<QByteArray, struct stat>> folders;
+    std::vector<std::pair<QByteArray, Fs::Entry>> folders;
     QList<QByteArray> kept;
     qint64 count = 0;
 
@@ -116,7 +101,7 @@ public:
     bool takeRoot();
     void waitWhileHeldLocked();
     void endHold();
-    TreeCopy::Result takeLocked(const QByteArray &rel);
+    Fs::CopyResult takeLocked(const QByteArray &rel);
     void takeSubtreeLocked(const QByteArray &rel);
     void preserveLocked(const QByteArray &rel);
     void preservePath(const QString &path);
@@ -129,43 +114,43 @@ public:
 
 bool SettingsBackup::Private::takeRoot()
 {
-    struct stat st;
-    if (!TreeCopy::entryStat(workSpace, &st) || !S_ISDIR(st.st_mode))
+    Fs::Entry root;
+    if (!Fs::entryAt(workSpace, &root) || !root.isFolder())
         return false; // a workspace that is not a real folder has no image to go back to
-    if (mkdir(tree.constData(), 0700) != 0)
+    if (!Fs::makePrivateFolder(tree))
         return false;
     handled.insert(QByteArray());
     folderSet.insert(QByteArray());
-    folders.emplace_back(QByteArray(), st);
+    folders.emplace_back(QByteArray(), root);
     count = 1;
     return true;
 }
 
-TreeCopy::Result SettingsBackup::Private::takeLocked(const QByteArray &rel)
+Fs::CopyResult SettingsBackup::Private::takeLocked(const QByteArray &rel)
 {
     handled.insert(rel);
-    struct stat st;
-    if (!TreeCopy::entryStat(source(rel), &st)) {
+    Fs::Entry entry;
+    if (!Fs::entryAt(source(rel), &entry)) {
         missing.insert(rel);
-        return TreeCopy::Result::Absent;
+        return Fs::CopyResult::Absent;
     }
-    const TreeCopy::Result result = TreeCopy::copyEntry(source(rel), target(rel), st);
+    const Fs::CopyResult result = Fs::copyEntry(source(rel), target(rel), entry);
     switch (result) {
-    case TreeCopy::Result::Done:
+    case Fs::CopyResult::Done:
         ++count;
-        if (S_ISDIR(st.st_mode)) {
+        if (entry.isFolder()) {
             folderSet.insert(rel);
-            folders.emplace_back(rel, st);
+            folders.emplace_back(rel, entry);
         }
         break;
-    case TreeCopy::Result::Absent:
+    case Fs::CopyResult::Absent:
         missing.insert(rel);
         break;
-    case TreeCopy::Result::NotCopyable:
+    case Fs::CopyResult::NotCopyable:
         kept.append(rel);
         break;
-    case TreeCopy::Result::Failed:
-        qCDebug(lcBackup) << "cannot take" << rel << "into the backup" << errno;
+    case Fs::CopyResult::Failed:
+        qCDebug(lcBackup) << "cannot take" << rel << "into the backup" << Fs::lastFailureText();
         failed = true;
         stop = true;
         break;
@@ -180,12 +165,12 @@ void SettingsBackup::Private::takeSubtreeLocked(const QByteArray &rel)
     while (!pending.empty() && !failed) {
         const QByteArray folder = pending.back();
         pending.pop_back();
-        if (!handled.contains(folder) && takeLocked(folder) != TreeCopy::Result::Done)
+        if (!handled.contains(folder) && takeLocked(folder) != Fs::CopyResult::Done)
             continue;
         if (!folderSet.contains(folder))
             continue;
         QList<QByteArray> names;
-        TreeCopy::listFolder(source(folder), &names);
+        Fs::listFolder(source(folder), &names);
         for (const QByteArray &name : std::as_const(names))
             pending.push_back(folder.isEmpty() ? name : folder + '/' + name);
     }
@@ -200,7 +185,7 @@ void SettingsBackup::Private::preserveLocked(const QByteArray &rel)
         const QByteArray parent = rel.left(slash);
         if (missing.contains(parent))
             return; // not there at opening: nothing below it was either
-        if (!handled.contains(parent) && takeLocked(parent) != TreeCopy::Result::Done)
+        if (!handled.contains(parent) && takeLocked(parent) != Fs::CopyResult::Done)
             return;
         if (!folderSet.contains(parent))
             return;
@@ -213,8 +198,8 @@ void SettingsBackup::Private::preserveLocked(const QByteArray &rel)
     }
     if (handled.contains(rel))
         return;
-    struct stat st;
-    if (TreeCopy::entryStat(source(rel), &st) && S_ISDIR(st.st_mode))
+    Fs::Entry entry;
+    if (Fs::entryAt(source(rel), &entry) && entry.isFolder())
         takeSubtreeLocked(rel);
     else
         takeLocked(rel);
@@ -251,18 +236,16 @@ void SettingsBackup::Private::endHold()
 
 void SettingsBackup::Private::run()
 {
-#ifdef __linux__
     // The image is background work: the window starting up and answering input comes first.
-    setpriority(PRIO_PROCESS, pid_t(syscall(SYS_gettid)), 19);
-#endif
+    Fs::lowerThreadPriority();
     std::vector<QByteArray> pending{QByteArray()};
     while (!pending.empty() && !stop) {
         const QByteArray folder = pending.back();
         pending.pop_back();
         QList<QByteArray> names;
-        if (!TreeCopy::listFolder(source(folder), &names)) {
+        if (!Fs::listFolder(source(folder), &names)) {
             // A folder that vanished meanwhile is simply not there; one we cannot read is a hole.
-            if (errno != ENOENT) {
+            if (Fs::lastFailure() != Fs::Failure::Missing) {
                 const QMutexLocker lock(&mutex);
                 failed = true;
             }
@@ -299,7 +282,7 @@ void SettingsBackup::Private::finishLocked()
     bool ok = !failed && !stop;
     // Contents first: taking them changed each folder's times.
     for (auto it = folders.rbegin(); ok && it != folders.rend(); ++it)
-        ok = TreeCopy::applyFolderMetadata(target(it->first), it->second);
+        ok = Fs::applyMetadata(target(it->first), it->second);
     if (ok) {
         QByteArray keptList;
         for (const QByteArray &rel : std::as_const(kept))
@@ -334,10 +317,9 @@ void SettingsBackup::Private::removeGuard()
 
 void SettingsBackup::Private::unlock()
 {
-    if (lockFd >= 0) {
-        ::close(lockFd); // closing the only descriptor releases the lock
-        lockFd = -1;
-    }
+    // The lock file stays in the folder (its name moved with the folder); only its system lock
+    // goes.
+    lock.reset();
 }
 
 SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
@@ -358,21 +340,19 @@ SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
     }
     // The folder is made under a hidden name, locked and told its workspace, and only then
     // given a backup's name: a crash half-way leaves nothing that looks like a backup, and what
-    // it leaves is removed by the next opening. mkdir() fails on anything already there, a
-    // planted link included, so the folder is new and ours.
+    // it leaves is removed by the next opening. Making the folder fails on anything already there,
+    // a planted link included, so the folder is new and ours.
     const QString base = backupPathFor(double(micros) / 1e6, temp);
-    const QByteArray staging = QFile::encodeName(
+    const QByteArray staging = Fs::encode(
         QDir(temp).filePath(QLatin1Char('.') + QFileInfo(base).fileName() + QLatin1Char('-') +
-                            QString::number(getpid()) + QLatin1String(".new")));
-    if (mkdir(staging.constData(), 0700) != 0) {
+                            QString::number(Fs::processId()) + QLatin1String(".new")));
+    if (!Fs::makePrivateFolder(staging)) {
         qCDebug(lcBackup) << "cannot create a backup folder in" << temp;
         return;
     }
-    chmod(staging.constData(), 0700);
-    d->lockFd = ::open((staging + BackupFolder::Lock).constData(),
-                       O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (d->lockFd >= 0 && flock(d->lockFd, LOCK_EX | LOCK_NB) == 0 &&
-        BackupFolder::writeMark(staging + BackupFolder::Owner, d->workSpace))
+    d->lock = std::make_unique<QLockFile>(Fs::decode(staging + BackupFolder::Lock));
+    d->lock->setStaleLockTime(0);
+    if (d->lock->tryLock(0) && BackupFolder::writeMark(staging + BackupFolder::Owner, d->workSpace))
         d->folder = nameFolder(staging, base);
     if (d->folder.isEmpty()) {
         d->unlock();
@@ -397,7 +377,7 @@ QString SettingsBackup::backupPathFor(double secondsSince1970, const QString &te
 
 QString SettingsBackup::path() const
 {
-    return QFile::decodeName(d->folder);
+    return Fs::decode(d->folder);
 }
 
 QString SettingsBackup::workSpace() const
@@ -475,7 +455,7 @@ SettingsBackup::Outcome SettingsBackup::restore(const Progress &progress)
     d->stopWorker();
     d->removeGuard();
     const Outcome outcome =
-        BackupRecovery::goBack(d->workSpaceText, QFile::decodeName(d->folder), progress);
+        BackupRecovery::goBack(d->workSpaceText, Fs::decode(d->folder), progress);
     d->unlock();
     return outcome;
 }
@@ -485,6 +465,6 @@ void SettingsBackup::clear()
     d->stopWorker();
     d->removeGuard();
     if (!d->folder.isEmpty())
-        BackupRecovery::discard(QFile::decodeName(d->folder));
+        BackupRecovery::discard(Fs::decode(d->folder));
     d->unlock();
 }

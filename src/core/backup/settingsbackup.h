@@ -17,7 +17,7 @@
 // taken). It holds:
 //   owner     the workspace's absolute path, so that a later window can find a backup its
 //             earlier window left behind when it died;
-//   lock      locked (flock) for as long as the backup's window is alive;
+//   lock      a QLockFile held for as long as the backup's window is alive;
 //   tree/     the image of the workspace;
 //   complete  written once tree/ holds everything; a backup without it is never trusted;
 //   kept      special files that could not be recreated (one relative path a line): a restore

@@ -3,6 +3,7 @@
 
 #include "fileops.h"
 
+#include "filesystem.h"
 #include "treecopy.h"
 #include "writeguard.h"
 
@@ -10,11 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
-
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace FileOps {
 
@@ -39,43 +35,11 @@ void collect(const QString &root, const QString &prefix, QStringList *out)
     }
 }
 
-bool statIsRegular(const QByteArray &native, ReadLinks links)
-{
-    struct stat st;
-    const int result = links == ReadLinks::Follow ? ::stat(native.constData(), &st)
-                                                  : ::lstat(native.constData(), &st);
-    return result == 0 && S_ISREG(st.st_mode);
-}
-
-// O_NONBLOCK keeps open() from waiting for a FIFO's writer and is harmless for a regular file;
-// O_NOFOLLOW refuses a link in the last place only, so a workspace reached through a linked
-// folder still reads.
-int openRegular(const QString &path, ReadLinks links)
-{
-    const QByteArray native = QFile::encodeName(path);
-    // Nothing but a regular file is opened at all: opening some devices has effects of its own.
-    if (path.isEmpty() || !statIsRegular(native, links))
-        return -1;
-    int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    if (links == ReadLinks::NoFollow)
-        flags |= O_NOFOLLOW;
-    int fd = -1;
-    do {
-        fd = ::open(native.constData(), flags);
-    } while (fd < 0 && errno == EINTR);
-    if (fd < 0)
-        return -1;
-    struct stat st;
-    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
-        ::close(fd);
-        return -1;
-    }
-    return fd;
-}
-
-// The bundle's own temporaries: hidden, named after the file they replace and marked, so that
-// the ones an interrupted save leaves can be told from the author's files and removed.
-int createTemporary(const QByteArray &folder, const QByteArray &name, QByteArray *temp)
+// Writes data into a new hidden sibling of the bundle's own, named after the file it replaces
+// and marked, so that the ones an interrupted save leaves can be told from the author's files
+// and removed.
+bool writeTemporary(const Fs::NativePath &folder, const QByteArray &name, const QByteArray &data,
+                    int permissions, Fs::NativePath *temp)
 {
     static const char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
     // Long names are shortened so that the temporary's name still fits the file system.
@@ -87,13 +51,13 @@ int createTemporary(const QByteArray &folder, const QByteArray &name, QByteArray
         *temp = folder + "/." + stem + TemporaryMark + tag;
         // Announced like any new entry, so that a backup being taken never mistakes it for a
         // file the workspace had.
-        WriteGuard::aboutToChange(QFile::decodeName(*temp));
-        const int fd =
-            ::open(temp->constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-        if (fd >= 0 || errno != EEXIST)
-            return fd;
+        WriteGuard::aboutToChange(Fs::decode(*temp));
+        if (Fs::writeNewFile(*temp, data, permissions, true))
+            return true;
+        if (Fs::lastFailure() != Fs::Failure::Exists)
+            return false;
     }
-    return -1;
+    return false;
 }
 
 } // namespace
@@ -109,18 +73,14 @@ QStringList subpaths(const QString &folder)
 
 bool exists(const QString &path)
 {
-    if (path.isEmpty())
-        return false;
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
+    return !path.isEmpty() && TreeCopy::exists(Fs::encode(path));
 }
 
 bool isDir(const QString &path)
 {
-    // Asked on every save: one stat(), which follows a link to a folder as QFileInfo does.
-    struct stat st;
-    return !path.isEmpty() && ::stat(QFile::encodeName(path).constData(), &st) == 0 &&
-           S_ISDIR(st.st_mode);
+    // Asked on every save: one look, which follows a link to a folder as QFileInfo does.
+    Fs::Entry entry;
+    return Fs::entryAt(Fs::encode(path), &entry, Fs::Links::Follow) && entry.isFolder();
 }
 
 bool removeItem(const QString &path)
@@ -128,7 +88,7 @@ bool removeItem(const QString &path)
     if (!exists(path))
         return false;
     WriteGuard::aboutToChange(path);
-    return TreeCopy::removeTree(QFile::encodeName(path));
+    return TreeCopy::removeTree(Fs::encode(path));
 }
 
 bool renameItem(const QString &from, const QString &to)
@@ -137,7 +97,7 @@ bool renameItem(const QString &from, const QString &to)
         return false;
     WriteGuard::aboutToChange(from);
     WriteGuard::aboutToChange(to);
-    return ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+    return Fs::rename(Fs::encode(from), Fs::encode(to));
 }
 
 bool copyItem(const QString &from, const QString &to)
@@ -150,18 +110,13 @@ bool copyItem(const QString &from, const QString &to)
 
 bool isRegularFile(const QString &path, ReadLinks links)
 {
-    return !path.isEmpty() && statIsRegular(QFile::encodeName(path), links);
+    Fs::Entry entry;
+    return Fs::entryAt(Fs::encode(path), &entry, links) && entry.isFile();
 }
 
 bool openForReading(QFile *file, const QString &path, ReadLinks links)
 {
-    const int fd = openRegular(path, links);
-    if (fd < 0)
-        return false;
-    if (file->open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return true;
-    ::close(fd);
-    return false;
+    return !path.isEmpty() && Fs::openForReading(file, Fs::encode(path), links);
 }
 
 bool readAll(const QString &path, QByteArray *data, ReadLinks links)
@@ -179,26 +134,20 @@ bool writeAtomically(const QString &path, const QByteArray &data)
         return false;
     WriteGuard::aboutToChange(path);
     const QFileInfo info(path);
-    const QByteArray folder = QFile::encodeName(info.path());
-    const QByteArray target = QFile::encodeName(path);
-    QByteArray temp;
-    const int fd = createTemporary(folder, QFile::encodeName(info.fileName()), &temp);
-    if (fd < 0)
-        return false;
+    const Fs::NativePath folder = Fs::encode(info.path());
+    const Fs::NativePath target = Fs::encode(path);
     // A regular file that is replaced keeps its permissions; a link or anything else at the
     // target is replaced by the rename itself, never written through.
-    struct stat old;
-    bool ok = TreeCopy::writeAll(fd, data.constData(), data.size());
-    if (ok && ::lstat(target.constData(), &old) == 0 && S_ISREG(old.st_mode))
-        ok = ::fchmod(fd, old.st_mode & 07777) == 0;
-    ok = ok && ::fsync(fd) == 0;
-    ok = ::close(fd) == 0 && ok;
-    ok = ok && ::rename(temp.constData(), target.constData()) == 0;
-    if (!ok) {
-        ::unlink(temp.constData());
+    Fs::Entry old;
+    const int permissions = Fs::entryAt(target, &old) && old.isFile() ? int(old.permissions) : -1;
+    Fs::NativePath temp;
+    if (!writeTemporary(folder, Fs::encode(info.fileName()), data, permissions, &temp))
+        return false;
+    if (!Fs::rename(temp, target)) {
+        Fs::removeFile(temp);
         return false;
     }
-    TreeCopy::syncFolder(folder);
+    Fs::syncFolder(folder);
     return true;
 }
 

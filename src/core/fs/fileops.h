@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "filesystem.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -33,9 +35,8 @@ bool renameItem(const QString &from, const QString &to);
 // not exist yet, as writeAtomically does.
 bool copyItem(const QString &from, const QString &to);
 
-// What a reader does with a symbolic link at the path it reads. In the workspace a link is data,
-// never a path to follow; a file of the bundle may be a packager's link to the real one.
-enum class ReadLinks { NoFollow, Follow };
+// What a reader does with a symbolic link at the path it reads (see Fs::Links).
+using ReadLinks = Fs::Links;
 
 // True when path is a regular file (with Follow, also a link that ends at one). FIFOs, sockets,
 // devices and folders are not: opening a FIFO for reading waits for a writer, a device may never

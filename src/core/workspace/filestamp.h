@@ -39,7 +39,8 @@ private:
     bool m_settled = false;
     std::uint64_t m_device = 0;
     std::uint64_t m_inode = 0;
-    std::uint32_t m_mode = 0;
+    Fs::Kind m_kind = Fs::Kind::Other;
+    std::uint32_t m_permissions = 0;
     std::int64_t m_size = 0;
     std::int64_t m_modifiedNs = 0;
     std::int64_t m_changedNs = 0;
