@@ -7,6 +7,7 @@
 
 #include "pluginsettingsinfo.h"
 #include "scriptgenerator.h"
+#include "workspacelayout.h"
 #include "writetarget.h"
 
 #include <QDir>
@@ -31,7 +32,7 @@ int generate(const Command &self, const CommandOptions &options, const QString &
 
     PluginSettingsInfo info;
     info.setWorkSpace(QDir(workspace).absolutePath());
-    info.setIdentifier(QStringLiteral("img"));
+    info.setIdentifier(WorkspaceLayout::Identifier);
     // The generator itself is quiet; the tool says why nothing was written.
     if (info.getXMLFromWorkspace().isNull())
         return failure(QStringLiteral("no readable img.xml in %1").arg(workspace));
@@ -50,12 +51,12 @@ int generate(const Command &self, const CommandOptions &options, const QString &
 
 int runConfig(const Command &self, const CommandOptions &args)
 {
-    return generate(self, args, QString(), QStringLiteral("config.js"));
+    return generate(self, args, QString(), WorkspaceLayout::PreviewScript);
 }
 
 int runPublish(const Command &self, const CommandOptions &args)
 {
-    return generate(self, args, QStringLiteral("files/plugin"), QStringLiteral("bookPlugin.js"));
+    return generate(self, args, WorkspaceLayout::BookFilesFolder, WorkspaceLayout::BookScript);
 }
 
 const QString workspaceOption = QStringLiteral(

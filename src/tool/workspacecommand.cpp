@@ -8,6 +8,7 @@
 #include "bundlepaths.h"
 #include "localisation.h"
 #include "pluginsettingsinfo.h"
+#include "workspacelayout.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -51,7 +52,7 @@ int run(const Command &self, const CommandOptions &options)
     setDefaultBundlePath(bundle);
     PluginSettingsInfo info;
     info.setWorkSpace(workspace);
-    info.setIdentifier(QStringLiteral("img"));
+    info.setIdentifier(WorkspaceLayout::Identifier);
     info.setBundlePath(bundle);
     info.loadWorkspace();
     if (!QFileInfo(info.workSpace()).isDir())

@@ -8,6 +8,7 @@
 #include "positionfile.h"
 #include "scrambler.h"
 #include "utilityfunction.h"
+#include "workspacelayout.h"
 
 #include <algorithm>
 
@@ -63,9 +64,9 @@ PositionRect builtInPosition()
 std::optional<PositionRect> workspacePosition(const QString &workSpace)
 {
     // A link, FIFO or folder in place of a position file is as good as missing.
-    QString path = workSpace + QStringLiteral("/settings.dat");
+    QString path = workSpace + QLatin1Char('/') + WorkspaceLayout::PositionFile;
     if (!FileOps::isRegularFile(path))
-        path = workSpace + QStringLiteral("/defaultsettings.dat");
+        path = workSpace + QLatin1Char('/') + WorkspaceLayout::DefaultPositionFile;
     if (!FileOps::isRegularFile(path))
         return std::nullopt;
     return PositionFile::read(path).value_or(builtInPosition());
@@ -141,9 +142,11 @@ bool PluginSettingsInfo::generateJSConfig(const QString &relatePath)
     if (!relatePath.isEmpty()) {
         const QString script = ScriptGenerator::bookScript(jsonFromXml(root, relatePath));
         // The book's script has no byte-order mark, unlike the preview's.
-        return FileOps::writeAtomically(m_workSpace + QStringLiteral("/bookPlugin.js"),
+        return FileOps::writeAtomically(m_workSpace + QLatin1Char('/') +
+                                            WorkspaceLayout::BookScript,
                                         scrambleScriptString(script).toUtf8());
     }
     return UtilityFunction::writeString(ScriptGenerator::configScript(jsonFromXml(root, QString())),
-                                        m_workSpace + QStringLiteral("/config.js"));
+                                        m_workSpace + QLatin1Char('/') +
+                                            WorkspaceLayout::PreviewScript);
 }

@@ -6,6 +6,7 @@
 #include "bundlepaths.h"
 #include "fileops.h"
 #include "localisation.h"
+#include "workspacelayout.h"
 #include "xmlhelpers.h"
 
 #include <QDir>
@@ -20,7 +21,7 @@ Q_LOGGING_CATEGORY(lcWorkspace, "img.workspace", QtWarningMsg)
 
 namespace {
 
-const QLatin1String DefaultIdentifier("img");
+const QLatin1String DefaultIdentifier = WorkspaceLayout::Identifier;
 const QLatin1String SourceFolders[] = {QLatin1String("html"), QLatin1String("data")};
 
 QString join(const QString &folder, const QString &rel)

@@ -6,6 +6,7 @@
 #include "bundlepaths.h"
 #include "fileops.h"
 #include "scriptgenerator.h"
+#include "workspacelayout.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -18,7 +19,7 @@ namespace SettingsWorkspace {
 QString settingsFileToLoad(const QString &workSpace)
 {
     const QDir dir(workSpace);
-    const QString settings = dir.filePath(QStringLiteral("settings.dat"));
+    const QString settings = dir.filePath(WorkspaceLayout::PositionFile);
     // A link, FIFO or folder in its place is no position file: as good as missing.
     if (FileOps::isRegularFile(settings))
         return settings;
@@ -29,7 +30,7 @@ bool previewScriptIsStale(const QString &workSpace)
 {
     if (workSpace.isEmpty() || !FileOps::isDir(workSpace))
         return false;
-    const QFileInfo script(QDir(workSpace).filePath(QStringLiteral("config.js")));
+    const QFileInfo script(QDir(workSpace).filePath(WorkspaceLayout::PreviewScript));
     if (!FileOps::isRegularFile(script.filePath()))
         return true;
     const QFileInfo position(settingsFileToLoad(workSpace));
@@ -47,7 +48,7 @@ void refreshPreviewPage(const QString &workSpace, const QString &bundlePath)
 {
     if (workSpace.isEmpty())
         return;
-    const QString page = QDir(workSpace).filePath(QStringLiteral("index.html"));
+    const QString page = QDir(workSpace).filePath(WorkspaceLayout::PreviewPage);
     const QString bundlePage = bundlePreviewPage(bundlePath);
     // Read before anything is copied: a bundle page that is no regular file (a FIFO would stall
     // the copy) is as unreadable as a missing one. A packager's link to a page is followed.
@@ -76,7 +77,7 @@ PreviewFiles::PreviewFiles(const QString &workSpace, const QString &bundlePath,
         return; // an empty path would name the current folder: nothing is read or written
     const QDir dir(workSpace);
     m_descriptionPath = dir.filePath(identifier + QStringLiteral(".xml"));
-    m_pagePath = dir.filePath(QStringLiteral("index.html"));
+    m_pagePath = dir.filePath(WorkspaceLayout::PreviewPage);
     m_bundlePagePath = bundlePreviewPage(bundlePath);
 }
 
@@ -110,7 +111,7 @@ bool PreviewFiles::writeScript(const std::optional<PositionRect> &savedPosition)
         savedPosition ? savedPosition : ScriptGenerator::workspacePosition(m_workSpace);
     if (!position)
         return false;
-    return FileOps::writeAtomically(QDir(m_workSpace).filePath(QStringLiteral("config.js")),
+    return FileOps::writeAtomically(QDir(m_workSpace).filePath(WorkspaceLayout::PreviewScript),
                                     description->configScript(*position));
 }
 
@@ -152,9 +153,9 @@ void PreviewFiles::forgetDescription()
 QStringList keepList(const QStringList &locatedFiles, const QString &identifier)
 {
     QStringList keep = locatedFiles;
-    keep << QStringLiteral("files") << QStringLiteral("bookPlugin.js")
-         << QStringLiteral("defaultsettings.dat") << QStringLiteral("settings.dat")
-         << identifier + QStringLiteral(".xml");
+    keep << WorkspaceLayout::FilesList << WorkspaceLayout::BookScript
+         << WorkspaceLayout::DefaultPositionFile << WorkspaceLayout::PositionFile
+         << WorkspaceLayout::descriptionFileName(identifier);
     return keep;
 }
 
@@ -162,7 +163,7 @@ void writeFilesList(const QString &workSpace, const QStringList &locatedFiles)
 {
     if (workSpace.isEmpty())
         return;
-    const QString path = QDir(workSpace).filePath(QStringLiteral("files"));
+    const QString path = QDir(workSpace).filePath(WorkspaceLayout::FilesList);
     if (!FileOps::writeAtomically(path, locatedFiles.join(QLatin1Char('\n')).toUtf8()))
         qCDebug(lcSettingsWorkspace) << "cannot write" << path;
 }

@@ -6,6 +6,7 @@
 #include "descriptiontemplate.h"
 #include "filestamp.h"
 #include "positionrect.h"
+#include "workspacelayout.h"
 
 #include <QString>
 #include <QStringList>
@@ -45,7 +46,7 @@ class PreviewFiles
 {
 public:
     PreviewFiles(const QString &workSpace, const QString &bundlePath,
-                 const QString &identifier = QStringLiteral("img"));
+                 const QString &identifier = WorkspaceLayout::Identifier);
 
     QString workSpace() const { return m_workSpace; }
     QString bundlePath() const { return m_bundlePath; }

@@ -5,6 +5,7 @@
 
 #include "fileops.h"
 #include "localisation.h"
+#include "workspacelayout.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -41,7 +42,7 @@ bool readsAsImage(const QFileInfo &info)
     lastPath = info.absoluteFilePath();
     lastModified = info.lastModified();
     lastSize = info.size();
-    lastAnswer = format == "jpeg" || format == "png" || format == "gif";
+    lastAnswer = WorkspaceLayout::isImageFormat(format);
     return lastAnswer;
 }
 
@@ -92,8 +93,7 @@ QString appString(const char *english)
 
 QStringList imageTypes()
 {
-    return {QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("gif"),
-            QStringLiteral("png")};
+    return WorkspaceLayout::imageSuffixes();
 }
 
 Verdict classifyText(const QString &text)

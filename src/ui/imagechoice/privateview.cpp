@@ -16,6 +16,7 @@
 #include "roommark.h"
 #include "simplecell.h"
 #include "velpanel.h"
+#include "workspacelayout.h"
 #include "xmlhelpers.h"
 
 #include <QAbstractButton>
@@ -37,7 +38,7 @@ Q_LOGGING_CATEGORY(lcPrivateView, "img.privateview", QtWarningMsg)
 
 namespace {
 
-const QString kIdentifier = QStringLiteral("img");
+const QString kIdentifier = WorkspaceLayout::Identifier;
 
 // The description's bytes parsed as a document, or a null document when they are not valid
 // UTF-8 or are damaged.
@@ -330,7 +331,7 @@ void PrivateView::savePrivateSetting(QDomElement root)
 
 QString PrivateView::settingFileInWorkspace() const
 {
-    return QDir(m_workSpace).filePath(kIdentifier + QStringLiteral(".xml"));
+    return QDir(m_workSpace).filePath(WorkspaceLayout::descriptionFileName(kIdentifier));
 }
 
 QString PrivateView::settingFileInApp() const
@@ -432,9 +433,8 @@ void PrivateView::showLinkProblem()
     if (!m_txtLink)
         return;
     // Only the link that the book will use is judged: none while the file is chosen.
-    const LinkCheck::Problem problem = selectedTag() == LinkTag
-                                           ? LinkCheck::check(m_txtLink->text())
-                                           : LinkCheck::Problem::None;
+    const LinkCheck::Problem problem =
+        selectedTag() == LinkTag ? LinkCheck::check(m_txtLink->text()) : LinkCheck::Problem::None;
     RoomMark::setMarked(m_txtLink, problem != LinkCheck::Problem::None,
                         LinkCheck::reasonText(problem));
 }
@@ -470,8 +470,7 @@ void PrivateView::onBrowse(QObject *sender)
     panel->setAllowsOtherFileTypes(false);
     panel->setCanChooseFiles(false);
     panel->setCanChooseDirectories(false);
-    panel->setTypes({QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("gif"),
-                     QStringLiteral("png")});
+    panel->setTypes(WorkspaceLayout::imageSuffixes());
     panel->setEndPanelSelector("endBrowseImage");
     panel->runModel();
 }

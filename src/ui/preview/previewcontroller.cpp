@@ -4,12 +4,13 @@
 #include "previewcontroller.h"
 
 #include "previewpage.h"
+#include "workspacelayout.h"
 
 #include <QDir>
-#include <QPointer>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QThread>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
@@ -146,7 +147,7 @@ void PreviewController::refreshPreview()
 void PreviewController::loadMainPage()
 {
     QThread::msleep(mainPagePauseMs);
-    const QUrl url = QUrl::fromLocalFile(QDir(m_workSpace).filePath(QStringLiteral("index.html")));
+    const QUrl url = QUrl::fromLocalFile(QDir(m_workSpace).filePath(WorkspaceLayout::PreviewPage));
     qCDebug(lcPreview) << "load" << url;
     m_page->load(url);
 }
