@@ -3,13 +3,15 @@
 
 #pragma once
 
-#include "marginroom.h"
+#include "positionform.h"
 #include "positionhistory.h"
 #include "positionrect.h"
 #include "postionviewdelete.h"
 #include "privateviewdelete.h"
 #include "settingsbackup.h"
 #include "settingsworkspace.h"
+#include "windowassembly.h"
+#include "workspacesession.h"
 
 #include <QObject>
 #include <QPointer>
@@ -54,10 +56,10 @@ public:
     // Why the window cannot do all of its work; a set of flags. The author is told each one in
     // an alert as well, except when the host closes the window itself.
     enum Problem {
-        NoProblem = 0,
-        WorkspaceUnavailable = 1, // no workspace folder that can be written: nothing is saved
-        BackupUnavailable = 2,    // no complete backup: Cancel cannot undo the changes
-        RestoreFailed = 4, // the last restore did not finish; the backup is kept for next time
+        NoProblem = WorkspaceSession::NoProblem,
+        WorkspaceUnavailable = WorkspaceSession::WorkspaceUnavailable,
+        BackupUnavailable = WorkspaceSession::BackupUnavailable,
+        RestoreFailed = WorkspaceSession::RestoreFailed,
     };
     Q_DECLARE_FLAGS(Problems, Problem)
 
@@ -93,7 +95,7 @@ public:
     // Call it before window(): the question is asked while the window loads.
     void setRecoveryAnswer(RecoveryAnswer answer) { m_recoveryAnswer = answer; }
     // The backup of this opening; null before the window has loaded.
-    SettingsBackup *backup() const { return m_backup.get(); }
+    SettingsBackup *backup() const;
     PositionView *positionView() const;
     void setPositionView(PositionView *view);
     PrivateView *privateView() const;
@@ -135,7 +137,7 @@ public:
     // does), Discard restores it (as Cancel does). Nothing happens when no window is open.
     void endWindow(CloseMode mode);
     bool isWindowOpen() const;
-    Problems problems() const { return m_problems; }
+    Problems problems() const;
 
     // The keystroke filter of the number fields: a comma just typed is the decimal point, as
     // German or French authors type it; a last character that is neither a digit nor the first
@@ -176,26 +178,11 @@ private:
     void loadPrivateView();
     void createPositionView();
     void showChosenImage();
-    // Tab moves in reading order: canvas, margins, transparency, layer, image, Default, OK,
-    // Cancel. The preview is looked at, not worked, and stays out of the chain.
-    void arrangeKeyboardOrder();
-    void followLayerChoiceWithFocus();
-    // The settings column scrolls on a short screen rather than squeezing its controls; it is
-    // never narrower than they are.
-    void fitSettingsColumn();
-    // Opens at the description's size where the screen has room, smaller where it has not.
-    void fitWindowToScreen();
-    // Marks the margin fields of a pair that leaves the image no room; typing goes on as ever.
-    void showMarginRoom();
-    void showTransparency(float value);
-    void selectLayer(int layer);
-    // The layer of the chosen button, as the position file takes it: 0 when none is chosen.
-    int chosenLayer() const;
+    WindowAssembly::Outlets outlets() const;
     void wireHistory();
     void addHistoryActions();
     // A settled edit becomes a step of the history.
     void recordEdit(PositionHistory::Edit edit);
-    PositionHistory::Edit fieldEdit(const QLineEdit *field) const;
     // Shows a position of the history everywhere and saves it as an edit does.
     void applyPosition(const PositionRect &position);
     void refreshPreview();
@@ -207,22 +194,10 @@ private:
     int askHowToClose();
     // OK with margins that leave the image no room: whether the author publishes anyway.
     bool confirmPublishingWithoutRoom();
-    void recoverWorkspace();
     // Writes the preview's "config.js" from the description and the position file.
     void writePreviewScript();
     // The preview's files of the current workspace, with what the last save read.
     SettingsWorkspace::PreviewFiles &previewFiles();
-    void reportBackupFailure();
-    void letBackupProceed();
-    // Runs work (a restore) on a thread of its own while the window waits, with progress.
-    using RestoreWork = std::function<SettingsBackup::Outcome(const SettingsBackup::Progress &)>;
-    SettingsBackup::Outcome restoreWithProgress(const RestoreWork &work);
-    void reportRestoreFailure();
-    // A window whose workspace cannot be written saves nothing; the author and the host hear so.
-    void checkWorkspace();
-    void reportWorkspaceFailure();
-    // An alert for the author, unless the host is closing the window.
-    void tell(const QString &message, const QString &text);
 
     // Outlets of the window description.
     QPointer<QWidget> PrivateSettingView;
@@ -253,22 +228,20 @@ private:
     PositionRect *ptRect = &m_initialRect;
     QString _backupSettingPath;
     bool isOKCancelButton = false;
+    // The position controls bound to the record.
+    PositionForm m_form;
     PositionHistory *m_history = nullptr; // a child of this controller
     QAction *m_undoAction = nullptr;      // children of the window
     QAction *m_redoAction = nullptr;
-    bool m_selectingLayer = false; // the layer is set from code, not chosen
-    // The room the margin fields' marks show; no field is marked before the first check.
-    MarginRoom m_shownRoom;
     // The preview on iWebView: its page, navigation policy and the pending forced reload.
     PreviewController *m_preview = nullptr;  // a child of this controller
     ImageDropTarget *m_dropTarget = nullptr; // a child of the window
 
     std::unique_ptr<SettingsWorkspace::PreviewFiles> m_previewFiles;
-    std::unique_ptr<SettingsBackup> m_backup;
     RecoveryAnswer m_recoveryAnswer = AskAuthor;
-    bool m_backupFailureShown = false;
-    Problems m_problems;
-    bool m_quiet = false; // the host closes the window: no alerts
+    // The workspace as a whole: backup, recovery, restore, publishing and their problems.
+    WorkspaceSession *m_session; // a child of this controller
+    bool m_quiet = false;        // the host closes the window: no alerts
 
     QString m_windowDescriptionPath;
     std::unique_ptr<SettingsDialog> m_window;

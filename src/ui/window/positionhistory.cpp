@@ -3,7 +3,9 @@
 
 #include "positionhistory.h"
 
+#include <QAction>
 #include <QUndoCommand>
+#include <QWidget>
 
 namespace {
 
@@ -111,6 +113,27 @@ void PositionHistory::redo()
 {
     if (!m_applying)
         m_stack.redo();
+}
+
+PositionHistory::Actions PositionHistory::addWindowActions(QWidget *window, const QString &undoText,
+                                                           const QString &redoText) const
+{
+    // The steps carry no text of their own, so the labels stay as they are given.
+    Actions actions{m_stack.createUndoAction(window, undoText),
+                    m_stack.createRedoAction(window, redoText)};
+    actions.undo->setObjectName(QStringLiteral("actionUndo"));
+    actions.undo->setShortcuts(QKeySequence::Undo);
+    actions.redo->setObjectName(QStringLiteral("actionRedo"));
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    const QKeySequence shiftZ(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+    if (!redoKeys.contains(shiftZ))
+        redoKeys.append(shiftZ);
+    actions.redo->setShortcuts(redoKeys);
+    for (QAction *action : {actions.undo, actions.redo}) {
+        action->setShortcutContext(Qt::WindowShortcut);
+        window->addAction(action);
+    }
+    return actions;
 }
 
 void PositionHistory::applyStep(const PositionRect &position)

@@ -10,6 +10,9 @@
 
 #include <functional>
 
+class QAction;
+class QWidget;
+
 // The window's undo and redo of the position: each settled edit is one step holding the position
 // before and after it. Steps of one burst merge: keystrokes in one field until the focus leaves
 // it, a run of arrow keys on the canvas, the moves of one slider drag. A burst ends when another
@@ -51,6 +54,17 @@ public:
     bool canRedo() const { return m_stack.canRedo(); }
     int count() const { return m_stack.count(); }
     int index() const { return m_stack.index(); }
+
+    // Undo and redo actions of window, enabled while there is a step, with the window-wide
+    // shortcuts: the platform's own keys, and Ctrl+Shift+Z for redo also where the platform's
+    // is Ctrl+Y.
+    struct Actions
+    {
+        QAction *undo = nullptr;
+        QAction *redo = nullptr;
+    };
+    Actions addWindowActions(QWidget *window, const QString &undoText,
+                             const QString &redoText) const;
 
 public slots:
     void undo();
