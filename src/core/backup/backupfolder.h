@@ -12,12 +12,14 @@
 namespace BackupFolder {
 
 inline constexpr char Owner[] = "/owner";
-inline constexpr char Lock[] = "/lock";
 inline constexpr char Tree[] = "/tree";
 inline constexpr char Complete[] = "/complete";
 inline constexpr char Kept[] = "/kept";
 inline constexpr char Cancel[] = "/cancel";
 inline constexpr char Restored[] = "/restored";
+// Beside the folder, not in it: "<backup>.lock", so that the lock keeps its path while the
+// folder is renamed into place.
+inline constexpr char LockSuffix[] = ".lock";
 
 // The absolute, clean path of path, as the owner mark records a workspace.
 QByteArray nativeAbsolute(const QString &path);

@@ -132,7 +132,7 @@ Siblings siblingsOf(const QByteArray &workSpace, const QByteArray &backup)
 // while it was made counts. A dead owner's lock file is removed on the way.
 bool isAlive(const QByteArray &backup)
 {
-    const QByteArray lock = backup + BackupFolder::Lock;
+    const QByteArray lock = backup + BackupFolder::LockSuffix;
     Fs::Entry entry;
     if (!Fs::entryAt(lock, &entry) || !entry.isFile())
         return false;
@@ -208,13 +208,19 @@ bool isUnfinishedName(const QString &name)
     return pattern.match(name).hasMatch();
 }
 
-// Its maker holds the lock, or is alive and has not taken the lock yet.
-bool isBeingMade(const QString &name, const QByteArray &path)
+// Its maker, named in it, still runs.
+bool isBeingMade(const QString &name)
 {
-    if (isAlive(path))
-        return true;
     const qint64 maker = name.section(QLatin1Char('-'), -1).chopped(4).toLongLong();
-    return !exists(path + BackupFolder::Lock) && maker > 0 && Fs::processRuns(maker);
+    return maker > 0 && Fs::processRuns(maker);
+}
+
+// The lock file of a backup folder that is gone (a crash came between the lock and the folder,
+// or between the folder's removal and the lock's).
+bool isOrphanLockName(const QString &name)
+{
+    return name.endsWith(QLatin1String(BackupFolder::LockSuffix)) &&
+           isBackupName(name.chopped(int(sizeof BackupFolder::LockSuffix) - 1));
 }
 
 bool isDiscardedName(const QString &name)
@@ -287,8 +293,16 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
         const QByteArray path = Fs::encode(temp.filePath(name));
         if (isDiscardedName(name) && isOurs(path))
             removeLater(path);
-        else if (isUnfinishedName(name) && isOurs(path) && !isBeingMade(name, path))
+        else if (isUnfinishedName(name) && isOurs(path) && !isBeingMade(name))
             removeLater(path);
+    }
+    const QStringList files = temp.entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString &name : files) {
+        const QByteArray path = Fs::encode(temp.filePath(name));
+        // Asking it removes the lock file when its owner is gone.
+        if (isOrphanLockName(name) && isOurs(path) &&
+            !exists(path.chopped(int(sizeof BackupFolder::LockSuffix) - 1)))
+            isAlive(path.chopped(int(sizeof BackupFolder::LockSuffix) - 1));
     }
     names.erase(std::remove_if(names.begin(), names.end(),
                                [](const QString &name) { return !isBackupName(name); }),

@@ -31,14 +31,27 @@ namespace {
 constexpr int MaxNameSuffix = 1000;
 
 // Gives the ready folder at staging the backup name base, or base with "-1", "-2", ... when
-// that is taken. The rename never replaces anything, a link planted at the name included.
-QByteArray nameFolder(const QByteArray &staging, const QString &base)
+// that is taken, and takes the lock of that name first: a folder with a backup's name is never
+// without its lock. The rename never replaces anything, a link planted at the name included.
+QByteArray nameFolder(const QByteArray &staging, const QString &base,
+                      std::unique_ptr<QLockFile> *lock)
 {
     for (int suffix = 0; suffix <= MaxNameSuffix; ++suffix) {
         const QString name = suffix == 0 ? base : base + QLatin1Char('-') + QString::number(suffix);
         const QByteArray path = Fs::encode(name);
-        if (Fs::renameNoReplace(staging, path))
+        if (TreeCopy::exists(path))
+            continue;
+        auto candidate =
+            std::make_unique<QLockFile>(name + QLatin1String(BackupFolder::LockSuffix));
+        // A lock file of a process that is gone is taken over; anything else means the name is
+        // someone else's.
+        candidate->setStaleLockTime(0);
+        if (!candidate->tryLock(0))
+            continue;
+        if (Fs::renameNoReplace(staging, path)) {
+            *lock = std::move(candidate);
             return path;
+        }
         if (Fs::lastFailure() != Fs::Failure::Exists)
             return {};
     }
@@ -317,9 +330,7 @@ void SettingsBackup::Private::removeGuard()
 
 void SettingsBackup::Private::unlock()
 {
-    // The lock file stays in the folder (its name moved with the folder); only its system lock
-    // goes.
-    lock.reset();
+    lock.reset(); // removes the lock file beside the folder
 }
 
 SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
@@ -338,7 +349,7 @@ SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
         qCDebug(lcBackup) << "no temporary folder for the backup";
         return;
     }
-    // The folder is made under a hidden name, locked and told its workspace, and only then
+    // The folder is made under a hidden name and told its workspace, and only then locked and
     // given a backup's name: a crash half-way leaves nothing that looks like a backup, and what
     // it leaves is removed by the next opening. Making the folder fails on anything already there,
     // a planted link included, so the folder is new and ours.
@@ -350,10 +361,8 @@ SettingsBackup::SettingsBackup(const QString &workSpace, const QString &tempDir)
         qCDebug(lcBackup) << "cannot create a backup folder in" << temp;
         return;
     }
-    d->lock = std::make_unique<QLockFile>(Fs::decode(staging + BackupFolder::Lock));
-    d->lock->setStaleLockTime(0);
-    if (d->lock->tryLock(0) && BackupFolder::writeMark(staging + BackupFolder::Owner, d->workSpace))
-        d->folder = nameFolder(staging, base);
+    if (BackupFolder::writeMark(staging + BackupFolder::Owner, d->workSpace))
+        d->folder = nameFolder(staging, base, &d->lock);
     if (d->folder.isEmpty()) {
         d->unlock();
         TreeCopy::removeTree(staging);

@@ -14,10 +14,10 @@
 //
 // The backup is a folder of its own (mode 0700, created exclusively) in the temporary folder,
 // named by the opening time ("%f" seconds since 1970, "-1", "-2", ... appended when that name is
-// taken). It holds:
+// taken), with a QLockFile "<name>.lock" beside it that its window holds for as long as it lives.
+// It holds:
 //   owner     the workspace's absolute path, so that a later window can find a backup its
 //             earlier window left behind when it died;
-//   lock      a QLockFile held for as long as the backup's window is alive;
 //   tree/     the image of the workspace;
 //   complete  written once tree/ holds everything; a backup without it is never trusted;
 //   kept      special files that could not be recreated (one relative path a line): a restore
