@@ -10,14 +10,31 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+
 // A folder tree as data, for comparing workspaces byte for byte: every entry below the root
 // (hidden ones included) mapped to its bytes, or to "<dir>" for a folder.
 namespace TreeSnapshot {
 
 using Tree = QMap<QString, QByteArray>;
 
+// What a window saves is written off its thread: a test that holds a window sets this to wait for
+// the window's saves, and every read below waits for them first.
+inline std::function<void()> &beforeRead()
+{
+    static std::function<void()> hook;
+    return hook;
+}
+
+inline void waitForWriters()
+{
+    if (beforeRead())
+        beforeRead()();
+}
+
 inline Tree take(const QString &root)
 {
+    waitForWriters();
     Tree tree;
     QDirIterator it(root, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                     QDirIterator::Subdirectories);
@@ -46,6 +63,7 @@ inline void writeFile(const QString &path, const QByteArray &bytes)
 
 inline QByteArray readFile(const QString &path)
 {
+    waitForWriters();
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

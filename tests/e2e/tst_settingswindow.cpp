@@ -166,6 +166,11 @@ Session TestSettingsWindow::open(const QString &ws, const QString &bundle, const
     if (!ws.isEmpty())
         s.controller->setWorkSpace(ws);
     s.window = s.controller->window();
+    // Reads of the workspace wait for what the window still writes, as a host would.
+    TreeSnapshot::beforeRead() = [object = QPointer<QObject>(s.controller->object())] {
+        if (object)
+            QMetaObject::invokeMethod(object, "waitForSaves");
+    };
     if (s.window) {
         s.window->show();
         if (!QTest::qWaitForWindowExposed(s.window))

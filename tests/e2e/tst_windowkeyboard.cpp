@@ -370,6 +370,11 @@ private:
         w.controller->setModalMode(false);
         w.controller->setWorkSpace(ws);
         w.dialog = w.controller->window();
+        // Reads of the workspace wait for what the window still writes, as a host would.
+        TreeSnapshot::beforeRead() = [object = QPointer<QObject>(w.controller->object())] {
+            if (object)
+                QMetaObject::invokeMethod(object, "waitForSaves");
+        };
         if (w.dialog) {
             w.dialog->show();
             w.dialog->activateWindow();

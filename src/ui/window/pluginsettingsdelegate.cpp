@@ -21,6 +21,7 @@
 #include "windowassembly.h"
 #include "workspacelayout.h"
 #include "workspacesession.h"
+#include "workspacewriter.h"
 
 #include <QAction>
 #include <QButtonGroup>
@@ -64,6 +65,7 @@ QHash<QString, QString> previewTexts()
 PluginSettingsDelegate::PluginSettingsDelegate(const QString &languageCode,
                                                const QString &bundlePath, QObject *parent)
     : QObject(parent)
+    , m_writer(new WorkspaceWriter(this))
     , m_session(new WorkspaceSession(this))
 {
     if (!languageCode.isNull())
@@ -180,6 +182,8 @@ bool PluginSettingsDelegate::awakeFromNib()
     repeatTimer = new ModeTimer(_isModalMode ? RunLoopMode::ModalPanel : RunLoopMode::Default,
                                 kPreviewInterval, this);
     connect(repeatTimer, &ModeTimer::timeout, this, &PluginSettingsDelegate::timerRepeat);
+    connect(m_writer, &WorkspaceWriter::generationWritten, this,
+            &PluginSettingsDelegate::refreshWhenWritten);
     repeatTimer->start();
 
     // The preview decides the web view's navigations and loads; links are left to the preview
@@ -205,6 +209,8 @@ bool PluginSettingsDelegate::awakeFromNib()
     // the first preview shows the position the canvas shows.
     if (SettingsWorkspace::previewScriptIsStale(_workSpace))
         writePreviewScript();
+    // The backup's image begins with the workspace as the opening left it.
+    waitForSaves();
     saveInitialSettings();
     if (!_workSpace.isEmpty() &&
         QFileInfo::exists(QDir(_workSpace).filePath(WorkspaceLayout::PositionFile)) &&
@@ -332,35 +338,47 @@ void PluginSettingsDelegate::loadSettingFromFile(const QString &path)
 
 void PluginSettingsDelegate::saveGlobalSettings()
 {
-    if (!_workSpace.isEmpty() && FileOps::isDir(_workSpace)) {
+    if (!_workSpace.isEmpty()) {
         // The record takes its layer from the chosen button, which every save reads.
         ptRect->setLayer(m_form.chosenLayer());
         // What saveToFile() writes, formatted once: the script takes its position from the same
-        // text, read as a reader of the file would.
+        // text, read as a reader of the file would. The writer does the rest off this thread;
+        // the position file and its script are one save, so they never show two states.
         const QByteArray text = ptRect->toText();
-        const bool saved = FileOps::writeAtomically(
-            QDir(_workSpace).filePath(WorkspaceLayout::PositionFile), text);
-        previewFiles().refreshPage();
-        previewFiles().writeScript(saved ? PositionFile::parse(QString::fromUtf8(text))
-                                         : std::nullopt);
+        const QString workSpace = _workSpace;
+        const std::shared_ptr<SettingsWorkspace::PreviewFiles> files = previewFiles();
+        m_writer->submit(WorkspaceLayout::PositionFile, [workSpace, text, files] {
+            if (!FileOps::isDir(workSpace))
+                return;
+            const bool saved = FileOps::writeAtomically(
+                QDir(workSpace).filePath(WorkspaceLayout::PositionFile), text);
+            files->refreshPage();
+            files->writeScript(saved ? PositionFile::parse(QString::fromUtf8(text)) : std::nullopt);
+        });
     }
     isChange = true;
 }
 
 void PluginSettingsDelegate::writePreviewScript()
 {
-    previewFiles().writeScript();
+    const std::shared_ptr<SettingsWorkspace::PreviewFiles> files = previewFiles();
+    m_writer->submit(WorkspaceLayout::PreviewScript, [files] { files->writeScript(); });
 }
 
-SettingsWorkspace::PreviewFiles &PluginSettingsDelegate::previewFiles()
+std::shared_ptr<SettingsWorkspace::PreviewFiles> PluginSettingsDelegate::previewFiles()
 {
     // Kept between saves so that what has not changed is not read again; a host may point the
-    // controller at another workspace or bundle.
+    // controller at another workspace or bundle. Only the writer's thread uses it.
     if (!m_previewFiles || m_previewFiles->workSpace() != _workSpace ||
         m_previewFiles->bundlePath() != _bundlePath)
         m_previewFiles =
-            std::make_unique<SettingsWorkspace::PreviewFiles>(_workSpace, _bundlePath, kIdentifier);
-    return *m_previewFiles;
+            std::make_shared<SettingsWorkspace::PreviewFiles>(_workSpace, _bundlePath, kIdentifier);
+    return m_previewFiles;
+}
+
+void PluginSettingsDelegate::waitForSaves()
+{
+    m_writer->waitForAll();
 }
 
 void PluginSettingsDelegate::saveInitialSettings()
@@ -424,6 +442,8 @@ void PluginSettingsDelegate::onOK()
         return;
     if (m_privateView)
         m_privateView->onSave(nullptr);
+    // The book is made of what was saved: every save is written first.
+    waitForSaves();
     m_session->setWorkSpace(_workSpace);
     m_session->publish(_bundlePath, kIdentifier,
                        m_privateView ? m_privateView->locateFiles() : QStringList());
@@ -508,6 +528,8 @@ void PluginSettingsDelegate::windowWillClose()
         delete repeatTimer;
         repeatTimer = nullptr;
     }
+    // What is still being written lands before the workspace is kept or restored.
+    waitForSaves();
     // Closing by the close box and answering OK keeps the live state as it is: no book script,
     // no file list, no clean-up. Only the OK button prepares the workspace for the book.
     if (_closeMode == Apply)
@@ -656,11 +678,23 @@ bool PluginSettingsDelegate::eventFilter(QObject *watched, QEvent *event)
 
 void PluginSettingsDelegate::timerRepeat()
 {
-    // Edits that arrive within one tick are shown by a single rebuild.
+    // Edits that arrive within one tick are shown by a single rebuild, of the state saved last.
     if (isChange) {
         isChange = false;
-        refreshPreview();
+        m_previewGeneration = m_writer->submitted();
+        m_previewDue = true;
     }
+    refreshWhenWritten();
+}
+
+void PluginSettingsDelegate::refreshWhenWritten()
+{
+    // The page reads the files when it loads: it loads once they hold the state to be shown,
+    // never half of it, and never one older than a state it has shown.
+    if (!m_previewDue || m_writer->written() < m_previewGeneration)
+        return;
+    m_previewDue = false;
+    refreshPreview();
 }
 
 void PluginSettingsDelegate::refreshPreview()

@@ -34,6 +34,7 @@ class QPushButton;
 class QSlider;
 class QWidget;
 class SettingsDialog;
+class WorkspaceWriter;
 
 // The image plugin's settings window, the bundle's entry point. The host creates it with a
 // language code and the bundle's path, says whether it runs the window modally, shows window()
@@ -125,6 +126,10 @@ public:
     void loadSettingFromFile(const QString &path);
     void saveGlobalSettings() override;
     void saveInitialSettings();
+    // Blocks until every save handed to the workspace's writer has been written; closing does
+    // it before it keeps, restores or publishes the workspace. Invokable, so that a host that
+    // reads the workspace while the window is open can call it through object().
+    Q_INVOKABLE void waitForSaves();
     void undoSettings();
     void clearBackupSettings();
 
@@ -196,8 +201,10 @@ private:
     bool confirmPublishingWithoutRoom();
     // Writes the preview's "config.js" from the description and the position file.
     void writePreviewScript();
+    // A rebuild of the preview waits until the writer has written the state it shows.
+    void refreshWhenWritten();
     // The preview's files of the current workspace, with what the last save read.
-    SettingsWorkspace::PreviewFiles &previewFiles();
+    std::shared_ptr<SettingsWorkspace::PreviewFiles> previewFiles();
 
     // Outlets of the window description.
     QPointer<QWidget> PrivateSettingView;
@@ -237,7 +244,12 @@ private:
     PreviewController *m_preview = nullptr;  // a child of this controller
     ImageDropTarget *m_dropTarget = nullptr; // a child of the window
 
-    std::unique_ptr<SettingsWorkspace::PreviewFiles> m_previewFiles;
+    std::shared_ptr<SettingsWorkspace::PreviewFiles> m_previewFiles;
+    // Every save goes through it, off the window's thread and in order.
+    WorkspaceWriter *m_writer; // a child of this controller
+    // The preview rebuild that is due waits for this generation of saves.
+    quint64 m_previewGeneration = 0;
+    bool m_previewDue = false;
     RecoveryAnswer m_recoveryAnswer = AskAuthor;
     // The workspace as a whole: backup, recovery, restore, publishing and their problems.
     WorkspaceSession *m_session; // a child of this controller

@@ -14,6 +14,7 @@
 #include "settingsbackup.h"
 #include "testenv.h"
 #include "treesnapshot.h"
+#include "workspacewriter.h"
 #include "veleditview.h"
 
 #include <QAbstractButton>
@@ -98,6 +99,7 @@ private:
 void TestPluginSettingsDelegate::initTestCase()
 {
     TestEnv::isolate();
+    TreeSnapshot::beforeRead() = &WorkspaceWriter::waitForAllWriters;
     QVERIFY(m_tmp.isValid());
 }
 

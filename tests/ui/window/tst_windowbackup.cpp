@@ -276,6 +276,7 @@ void TestWindowBackup::noBackupIsSaidAtOnceAndCancelUndoesNothing()
     QCOMPARE(log->informative.value(0), "Your changes are still saved as you make them, but "
                                         "Cancel will not be able to undo them.");
     typeInto(window->window(), "txtTop", QStringLiteral("33"));
+    window->waitForSaves();
     const TreeState::Tree edited = TreeState::capture(ws);
 
     QSignalSpy closed(window.get(), &PluginSettingsDelegate::windowClosed);

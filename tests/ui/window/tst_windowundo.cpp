@@ -9,6 +9,7 @@
 #include "positionview.h"
 #include "testenv.h"
 #include "treesnapshot.h"
+#include "workspacewriter.h"
 #include "veleditview.h"
 
 #include <QAbstractButton>
@@ -81,6 +82,7 @@ private:
 void TestWindowUndo::initTestCase()
 {
     TestEnv::isolate();
+    TreeSnapshot::beforeRead() = &WorkspaceWriter::waitForAllWriters;
     QVERIFY(m_tmp.isValid());
 }
 
