@@ -432,9 +432,8 @@ void PrivateView::showLinkProblem()
     if (!m_txtLink)
         return;
     // Only the link that the book will use is judged: none while the file is chosen.
-    const LinkCheck::Problem problem = selectedTag() == LinkTag
-                                           ? LinkCheck::check(m_txtLink->text())
-                                           : LinkCheck::Problem::None;
+    const LinkCheck::Problem problem =
+        selectedTag() == LinkTag ? LinkCheck::check(m_txtLink->text()) : LinkCheck::Problem::None;
     RoomMark::setMarked(m_txtLink, problem != LinkCheck::Problem::None,
                         LinkCheck::reasonText(problem));
 }
@@ -458,8 +457,9 @@ QString PrivateView::importFilePath()
 void PrivateView::onBrowse(QObject *sender)
 {
     Q_UNUSED(sender)
-    const QString prompt = loadAppString(QStringLiteral("PrivateV-Select a image file"),
-                                         QStringLiteral("Select a image file"));
+    const QString prompt = loadAppString(
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "PrivateV-Select a image file")),
+        QStringLiteral("Select a image file"));
     auto *panel = new VelPanel;
     panel->setDirectory(importFilePath());
     panel->setIsOpenPanel(true);
@@ -506,9 +506,10 @@ void PrivateView::refreshLocateFile(const QString &path)
         // owner's settings and the preview follow.
         onSave(nullptr);
     } else {
-        LogAlert::AlertOKWithMessage(
-            loadAppString(QStringLiteral("PrivateV-Copy Failed!"), QStringLiteral("Copy Failed!")),
-            QString());
+        const QString failed =
+            QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "PrivateV-Copy Failed!"));
+        LogAlert::AlertOKWithMessage(loadAppString(failed, QStringLiteral("Copy Failed!")),
+                                     QString());
     }
     emit locateFileRefreshed(path, copied);
     emit imageChoiceChanged();

@@ -33,7 +33,6 @@
 #include <QAction>
 #include <QButtonGroup>
 #include <QDir>
-#include <QPointer>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
@@ -42,6 +41,7 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QScreen>
@@ -141,13 +141,16 @@ QString languageTagOf(const QString &descriptionPath)
 // The preview page's own messages in the window's language.
 QHash<QString, QString> previewTexts()
 {
-    const auto text = [](const char *english) {
-        const QString key = QString::fromUtf8(english);
-        return loadAppString(key, key);
+    const auto localised = [](const char *key) {
+        const QString text = QString::fromUtf8(key);
+        return loadAppString(text, text);
     };
-    return {{QStringLiteral("none"), text("No image chosen")},
-            {QStringLiteral("broken"), text("The image cannot be loaded")},
-            {QStringLiteral("nosettings"), text("No settings to preview yet")}};
+    return {
+        {QStringLiteral("none"), localised(QT_TRANSLATE_NOOP("PluginLocale", "No image chosen"))},
+        {QStringLiteral("broken"),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "The image cannot be loaded"))},
+        {QStringLiteral("nosettings"),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "No settings to preview yet"))}};
 }
 
 QString oneDecimal(double value)
@@ -270,8 +273,9 @@ bool PluginSettingsDelegate::awakeFromNib()
     connect(dialog, &SettingsDialog::cancelRequested, this, &PluginSettingsDelegate::onCancel);
 
     findOutlets();
-    const QString title = loadAppString(QStringLiteral("Plugin Settings - %@"),
-                                        QStringLiteral("Plugin Settings - %@"));
+    const QString title =
+        loadAppString(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Plugin Settings - %@")),
+                      QStringLiteral("Plugin Settings - %@"));
     dialog->setWindowTitle(
         QString(title).replace(QLatin1String("%@"), QLatin1String("Image Plugin")));
     wireOutlets();
@@ -622,9 +626,11 @@ void PluginSettingsDelegate::reportBackupFailure()
         return;
     qCWarning(lcSettingsWindow) << "no backup of the workspace:" << _workSpace;
     m_backupFailureShown = true;
-    tell(QStringLiteral("The workspace could not be backed up."),
-         QStringLiteral("Your changes are still saved as you make them, but Cancel will not be "
-                        "able to undo them."));
+    tell(
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "The workspace could not be backed up.")),
+        QStringLiteral(QT_TRANSLATE_NOOP(
+            "PluginLocale", "Your changes are still saved as you make them, but Cancel will not be "
+                            "able to undo them.")));
 }
 
 void PluginSettingsDelegate::undoSettings()
@@ -637,8 +643,10 @@ void PluginSettingsDelegate::undoSettings()
     m_backup.reset();
     // A window without a workspace saved nothing, so there is nothing to miss.
     if (outcome == SettingsBackup::Outcome::NothingToUndo && !(m_problems & WorkspaceUnavailable))
-        tell(QStringLiteral("Nothing could be undone."),
-             QStringLiteral("There is no complete backup of the workspace, so it stays as it is."));
+        tell(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Nothing could be undone.")),
+             QStringLiteral(QT_TRANSLATE_NOOP(
+                 "PluginLocale",
+                 "There is no complete backup of the workspace, so it stays as it is.")));
     else if (outcome == SettingsBackup::Outcome::Failed)
         reportRestoreFailure();
 }
@@ -647,9 +655,11 @@ void PluginSettingsDelegate::reportRestoreFailure()
 {
     m_problems |= RestoreFailed;
     qCWarning(lcSettingsWindow) << "the workspace could not be restored:" << _workSpace;
-    tell(QStringLiteral("The workspace could not be restored."),
-         QStringLiteral("It stays as it is. The backup is kept and offered again the next time "
-                        "the window opens."));
+    tell(
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "The workspace could not be restored.")),
+        QStringLiteral(QT_TRANSLATE_NOOP(
+            "PluginLocale", "It stays as it is. The backup is kept and offered again the next time "
+                            "the window opens.")));
 }
 
 void PluginSettingsDelegate::tell(const QString &message, const QString &text)
@@ -675,8 +685,9 @@ void PluginSettingsDelegate::reportWorkspaceFailure()
 {
     if (m_closed)
         return;
-    tell(QStringLiteral("The workspace could not be created."),
-         QStringLiteral("Changes made in this window cannot be saved."));
+    tell(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "The workspace could not be created.")),
+         QStringLiteral(
+             QT_TRANSLATE_NOOP("PluginLocale", "Changes made in this window cannot be saved.")));
 }
 
 bool PluginSettingsDelegate::isWindowOpen() const
@@ -706,7 +717,8 @@ SettingsBackup::Outcome PluginSettingsDelegate::restoreWithProgress(const Restor
     // The restore runs on a thread of its own so that the window keeps painting; the loop that
     // waits for it takes no input, and a progress dialog appears when it takes more than half a
     // second.
-    const QString label = QStringLiteral("Restoring the workspace…");
+    const QString label =
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Restoring the workspace…"));
     QProgressDialog dialog(loadAppString(label, label), QString(), 0, 0,
                            m_window && m_window->isVisible() ? m_window.get() : nullptr);
     dialog.setWindowModality(Qt::ApplicationModal);
@@ -741,12 +753,13 @@ void PluginSettingsDelegate::recoverWorkspace()
         return;
     bool goBack = m_recoveryAnswer == GoBack;
     if (m_recoveryAnswer == AskAuthor) {
-        const QString message =
-            QStringLiteral("The settings window closed unexpectedly last time.");
-        const QString text = QStringLiteral("Go back to the workspace as it was before that window "
-                                            "opened, or keep it as it is now?");
-        const QString keep = QStringLiteral("Keep As It Is");
-        const QString back = QStringLiteral("Go Back");
+        const QString message = QStringLiteral(QT_TRANSLATE_NOOP(
+            "PluginLocale", "The settings window closed unexpectedly last time."));
+        const QString text = QStringLiteral(QT_TRANSLATE_NOOP(
+            "PluginLocale", "Go back to the workspace as it was before that window "
+                            "opened, or keep it as it is now?"));
+        const QString keep = QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Keep As It Is"));
+        const QString back = QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Go Back"));
         // Keeping changes nothing, so it is what Return and Escape do.
         goBack = LogAlert::AlertWithButtons(
                      loadAppString(message, message), loadAppString(text, text),
@@ -777,21 +790,29 @@ bool PluginSettingsDelegate::confirmPublishingWithoutRoom()
     const MarginRoom room = MarginRoom::of(*ptRect);
     if (!room.noRoomAcross && !room.noRoomDown)
         return true;
-    const auto text = [](const char *english) {
-        const QString key = QString::fromUtf8(english);
-        return loadAppString(key, key);
+    const auto localised = [](const char *key) {
+        const QString text = QString::fromUtf8(key);
+        return loadAppString(text, text);
     };
     const QString why =
         room.noRoomAcross
-            ? text("The left and right margins add up to 100 % or more: the image has no width "
-                   "left on the page.")
-            : text("The top and bottom margins add up to 100 % or more: the image has no height "
-                   "left on the page.");
+            ? localised(QT_TRANSLATE_NOOP(
+                  "PluginLocale",
+                  "The left and right margins add up to 100 % or more: the image has no width "
+                  "left on the page."))
+            : localised(QT_TRANSLATE_NOOP(
+                  "PluginLocale",
+                  "The top and bottom margins add up to 100 % or more: the image has no height "
+                  "left on the page."));
     // Publish is the default only on purpose: Return and Escape both go back to editing.
     enum { KeepEditingButton, PublishButton };
-    return LogAlert::AlertWithButtons(text("The book will not show the image. Publish anyway?"), why,
-                                      {text("Keep Editing"), text("Publish Anyway")},
-                                      KeepEditingButton) == PublishButton;
+    return LogAlert::AlertWithButtons(
+               localised(QT_TRANSLATE_NOOP("PluginLocale",
+                                           "The book will not show the image. Publish anyway?")),
+               why,
+               {localised(QT_TRANSLATE_NOOP("PluginLocale", "Keep Editing")),
+                localised(QT_TRANSLATE_NOOP("PluginLocale", "Publish Anyway"))},
+               KeepEditingButton) == PublishButton;
 }
 
 void PluginSettingsDelegate::onOK()
@@ -865,16 +886,20 @@ int PluginSettingsDelegate::askHowToClose()
     // Nothing to apply: Discard gives back the opening's workspace, which is what the author has.
     if (keptState() == m_openingState)
         return Discard;
-    const auto text = [](const char *english) {
-        const QString key = QString::fromUtf8(english);
-        return loadAppString(key, key);
+    const auto localised = [](const char *key) {
+        const QString text = QString::fromUtf8(key);
+        return loadAppString(text, text);
     };
     // Escape and the question's close box keep the window open: an author who closes the
     // question has not chosen to lose the session's work.
     enum { ApplyButton, DiscardButton, KeepEditingButton };
     const int answer = LogAlert::AlertWithButtons(
-        text("Do you want to apply the settings?"), QString(),
-        {text("Apply"), text("Discard Changes"), text("Keep Editing")}, KeepEditingButton);
+        localised(QT_TRANSLATE_NOOP("PluginLocale", "Do you want to apply the settings?")),
+        QString(),
+        {localised(QT_TRANSLATE_NOOP("PluginLocale", "Apply")),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "Discard Changes")),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "Keep Editing"))},
+        KeepEditingButton);
     switch (answer) {
     case ApplyButton:
         return Apply;
@@ -1016,12 +1041,14 @@ void PluginSettingsDelegate::showMarginRoom()
     if (m_shownRoom == room)
         return;
     m_shownRoom = room;
-    const QString across = QStringLiteral(
+    const QString across = QStringLiteral(QT_TRANSLATE_NOOP(
+        "PluginLocale",
         "The left and right margins add up to 100 % or more: the image has no width left on the "
-        "page.");
-    const QString down = QStringLiteral(
+        "page."));
+    const QString down = QStringLiteral(QT_TRANSLATE_NOOP(
+        "PluginLocale",
         "The top and bottom margins add up to 100 % or more: the image has no height left on the "
-        "page.");
+        "page."));
     // Every drag step comes here: the texts are looked up only for a pair that has no room.
     const QString whyAcross = room.noRoomAcross ? loadAppString(across, across) : QString();
     const QString whyDown = room.noRoomDown ? loadAppString(down, down) : QString();
@@ -1101,8 +1128,8 @@ void PluginSettingsDelegate::wireHistory()
 
 void PluginSettingsDelegate::addHistoryActions()
 {
-    const QString undo = QStringLiteral("Undo");
-    const QString redo = QStringLiteral("Redo");
+    const QString undo = QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Undo"));
+    const QString redo = QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Redo"));
     m_undoAction = new QAction(loadAppString(undo, undo), m_window.get());
     m_undoAction->setObjectName(QStringLiteral("actionUndo"));
     m_undoAction->setShortcuts(QKeySequence::Undo);
