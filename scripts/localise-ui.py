@@ -11,7 +11,11 @@ description or a translation table, and commit the results:
 
     scripts/localise-ui.py
 
-To collect new texts into the tables first: lupdate resources/en.lproj/*.ui -ts resources/translations/<lang>.ts
+To collect new texts into the tables first: the descriptions' texts and the strings-table keys
+the code marks with QT_TRANSLATE_NOOP("PluginLocale", ...). Leaving src out would mark every entry
+of the strings table as vanished.
+
+    lupdate src resources/en.lproj/*.ui -ts resources/translations/<lang>.ts
 """
 import html
 import pathlib

@@ -217,7 +217,7 @@ void PositionView::fitToImage()
 QMenu *PositionView::createContextMenu(QWidget *parent)
 {
     auto *menu = new QMenu(parent);
-    const QString fit = QStringLiteral("Fit to image");
+    const QString fit = QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Fit to image"));
     QAction *action = menu->addAction(loadAppString(fit, fit), this, &PositionView::fitToImage);
     action->setObjectName(QStringLiteral("actionFitToImage"));
     action->setEnabled(!m_imageSize.isEmpty());
@@ -245,7 +245,8 @@ void PositionView::contextMenuEvent(QContextMenuEvent *event)
 
 QString PositionView::marginsText() const
 {
-    const QString format = QStringLiteral("Left %1 %, top %2 %, right %3 %, bottom %4 %");
+    const QString format = QStringLiteral(
+        QT_TRANSLATE_NOOP("PluginLocale", "Left %1 %, top %2 %, right %3 %, bottom %4 %"));
     const QLocale locale(defaultLanguageCode().isEmpty() ? QStringLiteral("en")
                                                          : defaultLanguageCode());
     return loadAppString(format, format)

@@ -83,10 +83,10 @@ Verdict url(const QUrl &url)
     return verdict;
 }
 
-QString appString(const char *english)
+QString localised(const char *key)
 {
-    const QString key = QString::fromUtf8(english);
-    return loadAppString(key, key);
+    const QString text = QString::fromUtf8(key);
+    return loadAppString(text, text);
 }
 
 } // namespace
@@ -142,20 +142,26 @@ QString reasonText(Reason reason)
         return QString();
     case Reason::Nothing:
     case Reason::NotALink:
-        return appString("Only an image file or an http or https link can be dropped here.");
+        return localised(QT_TRANSLATE_NOOP(
+            "PluginLocale", "Only an image file or an http or https link can be dropped here."));
     case Reason::SeveralItems:
-        return appString("Drop one image file or link at a time.");
+        return localised(
+            QT_TRANSLATE_NOOP("PluginLocale", "Drop one image file or link at a time."));
     case Reason::Folder:
-        return appString("A folder cannot be used: drop one image file.");
+        return localised(
+            QT_TRANSLATE_NOOP("PluginLocale", "A folder cannot be used: drop one image file."));
     case Reason::NotAnImageType:
-        return appString("Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be "
-                         "used.");
+        return localised(QT_TRANSLATE_NOOP(
+            "PluginLocale", "Only JPEG, GIF and PNG image files (.jpg, .jpeg, .gif, .png) can be "
+                            "used."));
     case Reason::Unreadable:
-        return appString("This file cannot be read.");
+        return localised(QT_TRANSLATE_NOOP("PluginLocale", "This file cannot be read."));
     case Reason::NotAnImage:
-        return appString("This file is not an image that can be read.");
+        return localised(
+            QT_TRANSLATE_NOOP("PluginLocale", "This file is not an image that can be read."));
     case Reason::OtherLink:
-        return appString("Only http and https links can be used.");
+        return localised(
+            QT_TRANSLATE_NOOP("PluginLocale", "Only http and https links can be used."));
     }
     return QString();
 }

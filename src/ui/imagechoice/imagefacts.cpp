@@ -15,10 +15,10 @@ namespace ImageFacts {
 
 namespace {
 
-QString appString(const char *english)
+QString localised(const char *key)
 {
-    const QString key = QString::fromUtf8(english);
-    return loadAppString(key, key);
+    const QString text = QString::fromUtf8(key);
+    return loadAppString(text, text);
 }
 
 } // namespace
@@ -56,11 +56,14 @@ QString text(const Facts &facts)
     case State::NoFile:
         return QString();
     case State::Missing:
-        return appString("The image file is missing.");
+        return localised(QT_TRANSLATE_NOOP("PluginLocale", "The image file is missing."));
     case State::NotAnImage:
-        return appString("This file is not an image that can be read.");
+        return localised(
+            QT_TRANSLATE_NOOP("PluginLocale", "This file is not an image that can be read."));
     case State::Image:
-        return appString("%1 × %2 pixels").arg(facts.size.width()).arg(facts.size.height());
+        return localised(QT_TRANSLATE_NOOP("PluginLocale", "%1 × %2 pixels"))
+            .arg(facts.size.width())
+            .arg(facts.size.height());
     }
     return QString();
 }

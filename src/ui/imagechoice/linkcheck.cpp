@@ -30,23 +30,30 @@ Problem check(const QString &link)
 
 QString reasonText(Problem problem)
 {
-    const auto text = [](const char *english) {
-        const QString key = QString::fromUtf8(english);
-        return loadAppString(key, key);
+    const auto localised = [](const char *key) {
+        const QString text = QString::fromUtf8(key);
+        return loadAppString(text, text);
     };
     switch (problem) {
     case Problem::None:
         return QString();
     case Problem::NotWeb:
-        return text("Readers' books open only http and https links: this link will not show the "
-                    "image.");
+        return localised(QT_TRANSLATE_NOOP(
+            "PluginLocale",
+            "Readers' books open only http and https links: this link will not show the "
+            "image."));
     case Problem::NoHost:
-        return text("This link names no web server: readers' books will not find the image.");
+        return localised(QT_TRANSLATE_NOOP(
+            "PluginLocale",
+            "This link names no web server: readers' books will not find the image."));
     case Problem::Blanks:
-        return text("This link has blanks in it: readers' books will not find the image.");
+        return localised(QT_TRANSLATE_NOOP(
+            "PluginLocale", "This link has blanks in it: readers' books will not find the image."));
     case Problem::LocalFile:
-        return text("A file: link points to a file on this computer, which readers do not have. "
-                    "Choose Local file instead.");
+        return localised(QT_TRANSLATE_NOOP(
+            "PluginLocale",
+            "A file: link points to a file on this computer, which readers do not have. "
+            "Choose Local file instead."));
     }
     return QString();
 }

@@ -458,8 +458,9 @@ QString PrivateView::importFilePath()
 void PrivateView::onBrowse(QObject *sender)
 {
     Q_UNUSED(sender)
-    const QString prompt = loadAppString(QStringLiteral("PrivateV-Select a image file"),
-                                         QStringLiteral("Select a image file"));
+    const QString prompt = loadAppString(
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "PrivateV-Select a image file")),
+        QStringLiteral("Select a image file"));
     auto *panel = new VelPanel;
     panel->setDirectory(importFilePath());
     panel->setIsOpenPanel(true);
@@ -505,9 +506,10 @@ void PrivateView::refreshLocateFile(const QString &path)
         // owner's settings and the preview follow.
         onSave(nullptr);
     } else {
-        LogAlert::AlertOKWithMessage(
-            loadAppString(QStringLiteral("PrivateV-Copy Failed!"), QStringLiteral("Copy Failed!")),
-            QString());
+        const QString failed =
+            QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "PrivateV-Copy Failed!"));
+        LogAlert::AlertOKWithMessage(loadAppString(failed, QStringLiteral("Copy Failed!")),
+                                     QString());
     }
     emit locateFileRefreshed(path, copied);
     emit imageChoiceChanged();

@@ -14,12 +14,15 @@ Q_LOGGING_CATEGORY(lcAlert, "img.alert", QtWarningMsg)
 
 namespace {
 
-// A text of the alerts in the window's language. The keys carry a prefix: a table may give
-// "OK" as "OK", which a key of its own would read as no translation.
-QString localised(const char *english)
+// A text of the alerts in the window's language. The keys carry a prefix ("Alert-OK"): a table
+// may give "OK" as "OK", which a key of its own would read as no translation. Without an entry
+// the text after the prefix is shown.
+QString localised(const char *key)
 {
-    const QString text = QString::fromUtf8(english);
-    return loadAppString(QStringLiteral("Alert-") + text, text);
+    const QString text = QString::fromUtf8(key);
+    const QLatin1String prefix("Alert-");
+    Q_ASSERT(text.startsWith(prefix));
+    return loadAppString(text, text.mid(prefix.size()));
 }
 
 // Runs an alert with buttons in the given order and answers the index of the button that
@@ -31,7 +34,7 @@ int runAlert(const QString &message, const QString &text, const QStringList &tit
     QMessageBox box(QApplication::activeWindow());
     box.setWindowModality(Qt::ApplicationModal);
     // The plugin's name, not the host program's, which Qt would take for a title.
-    box.setWindowTitle(localised("Image Plugin"));
+    box.setWindowTitle(localised(QT_TRANSLATE_NOOP("PluginLocale", "Alert-Image Plugin")));
     box.setIcon(QMessageBox::NoIcon);
     box.setText(message);
     box.setInformativeText(text);
@@ -55,17 +58,23 @@ int runAlert(const QString &message, const QString &text, const QStringList &tit
 
 void LogAlert::AlertOKWithMessage(const QString &message, const QString &text)
 {
-    runAlert(message, text, {localised("OK")}, 0);
+    runAlert(message, text, {localised(QT_TRANSLATE_NOOP("PluginLocale", "Alert-OK"))}, 0);
 }
 
 bool LogAlert::AlertYesNoWithMessage(const QString &message, const QString &text)
 {
-    return runAlert(message, text, {localised("YES"), localised("NO")}, 1) != 1;
+    return runAlert(message, text,
+                    {localised(QT_TRANSLATE_NOOP("PluginLocale", "Alert-YES")),
+                     localised(QT_TRANSLATE_NOOP("PluginLocale", "Alert-NO"))},
+                    1) != 1;
 }
 
 bool LogAlert::AlertOKCancelWithMessage(const QString &message, const QString &text)
 {
-    return runAlert(message, text, {localised("OK"), localised("Cancel")}, 1) != 1;
+    return runAlert(message, text,
+                    {localised(QT_TRANSLATE_NOOP("PluginLocale", "Alert-OK")),
+                     localised(QT_TRANSLATE_NOOP("PluginLocale", "Alert-Cancel"))},
+                    1) != 1;
 }
 
 int LogAlert::AlertWithButtons(const QString &message, const QString &text,

@@ -10,10 +10,10 @@ namespace ClosingQuestions {
 
 namespace {
 
-QString text(const char *english)
+QString localised(const char *key)
 {
-    const QString key = QString::fromUtf8(english);
-    return loadAppString(key, key);
+    const QString text = QString::fromUtf8(key);
+    return loadAppString(text, text);
 }
 
 } // namespace
@@ -22,8 +22,12 @@ Answer askHowToClose()
 {
     enum { ApplyButton, DiscardButton, KeepEditingButton };
     const int answer = LogAlert::AlertWithButtons(
-        text("Do you want to apply the settings?"), QString(),
-        {text("Apply"), text("Discard Changes"), text("Keep Editing")}, KeepEditingButton);
+        localised(QT_TRANSLATE_NOOP("PluginLocale", "Do you want to apply the settings?")),
+        QString(),
+        {localised(QT_TRANSLATE_NOOP("PluginLocale", "Apply")),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "Discard Changes")),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "Keep Editing"))},
+        KeepEditingButton);
     switch (answer) {
     case ApplyButton:
         return Answer::Apply;
@@ -40,15 +44,23 @@ bool publishWithoutRoom(const MarginRoom &room)
         return true;
     const QString why =
         room.noRoomAcross
-            ? text("The left and right margins add up to 100 % or more: the image has no width "
-                   "left on the page.")
-            : text("The top and bottom margins add up to 100 % or more: the image has no height "
-                   "left on the page.");
+            ? localised(QT_TRANSLATE_NOOP(
+                  "PluginLocale",
+                  "The left and right margins add up to 100 % or more: the image has no width "
+                  "left on the page."))
+            : localised(QT_TRANSLATE_NOOP(
+                  "PluginLocale",
+                  "The top and bottom margins add up to 100 % or more: the image has no height "
+                  "left on the page."));
     // Publish is the default only on purpose: Return and Escape both go back to editing.
     enum { KeepEditingButton, PublishButton };
-    return LogAlert::AlertWithButtons(text("The book will not show the image. Publish anyway?"),
-                                      why, {text("Keep Editing"), text("Publish Anyway")},
-                                      KeepEditingButton) == PublishButton;
+    return LogAlert::AlertWithButtons(
+               localised(QT_TRANSLATE_NOOP("PluginLocale",
+                                           "The book will not show the image. Publish anyway?")),
+               why,
+               {localised(QT_TRANSLATE_NOOP("PluginLocale", "Keep Editing")),
+                localised(QT_TRANSLATE_NOOP("PluginLocale", "Publish Anyway"))},
+               KeepEditingButton) == PublishButton;
 }
 
 } // namespace ClosingQuestions

@@ -51,13 +51,16 @@ constexpr int kPreviewInterval = 330; // milliseconds between preview rebuild ch
 // The preview page's own messages in the window's language.
 QHash<QString, QString> previewTexts()
 {
-    const auto text = [](const char *english) {
-        const QString key = QString::fromUtf8(english);
-        return loadAppString(key, key);
+    const auto localised = [](const char *key) {
+        const QString text = QString::fromUtf8(key);
+        return loadAppString(text, text);
     };
-    return {{QStringLiteral("none"), text("No image chosen")},
-            {QStringLiteral("broken"), text("The image cannot be loaded")},
-            {QStringLiteral("nosettings"), text("No settings to preview yet")}};
+    return {
+        {QStringLiteral("none"), localised(QT_TRANSLATE_NOOP("PluginLocale", "No image chosen"))},
+        {QStringLiteral("broken"),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "The image cannot be loaded"))},
+        {QStringLiteral("nosettings"),
+         localised(QT_TRANSLATE_NOOP("PluginLocale", "No settings to preview yet"))}};
 }
 
 } // namespace
@@ -160,8 +163,9 @@ bool PluginSettingsDelegate::awakeFromNib()
     connect(dialog, &SettingsDialog::cancelRequested, this, &PluginSettingsDelegate::onCancel);
 
     findOutlets();
-    const QString title = loadAppString(QStringLiteral("Plugin Settings - %@"),
-                                        QStringLiteral("Plugin Settings - %@"));
+    const QString title =
+        loadAppString(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Plugin Settings - %@")),
+                      QStringLiteral("Plugin Settings - %@"));
     dialog->setWindowTitle(
         QString(title).replace(QLatin1String("%@"), QLatin1String("Image Plugin")));
     wireOutlets();
@@ -627,8 +631,8 @@ void PluginSettingsDelegate::wireHistory()
 
 void PluginSettingsDelegate::addHistoryActions()
 {
-    const QString undo = QStringLiteral("Undo");
-    const QString redo = QStringLiteral("Redo");
+    const QString undo = QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Undo"));
+    const QString redo = QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Redo"));
     const PositionHistory::Actions actions = m_history->addWindowActions(
         m_window.get(), loadAppString(undo, undo), loadAppString(redo, redo));
     m_undoAction = actions.undo;

@@ -83,12 +83,14 @@ void PositionForm::showMarginRoom(const PositionRect &record)
     if (m_shownRoom == room)
         return;
     m_shownRoom = room;
-    const QString across = QStringLiteral(
+    const QString across = QStringLiteral(QT_TRANSLATE_NOOP(
+        "PluginLocale",
         "The left and right margins add up to 100 % or more: the image has no width left on the "
-        "page.");
-    const QString down = QStringLiteral(
+        "page."));
+    const QString down = QStringLiteral(QT_TRANSLATE_NOOP(
+        "PluginLocale",
         "The top and bottom margins add up to 100 % or more: the image has no height left on the "
-        "page.");
+        "page."));
     // The texts are looked up only for a pair that has no room.
     const QString whyAcross = room.noRoomAcross ? loadAppString(across, across) : QString();
     const QString whyDown = room.noRoomDown ? loadAppString(down, down) : QString();

@@ -58,13 +58,15 @@ void WorkspaceSession::recover(Recovery answer)
     bool goBack = answer == Recovery::GoBack;
     if (answer == Recovery::AskAuthor) {
         // Keeping changes nothing, so it is what Return and Escape do.
-        goBack =
-            LogAlert::AlertWithButtons(
-                localised(QStringLiteral("The settings window closed unexpectedly last time.")),
-                localised(QStringLiteral("Go back to the workspace as it was before that "
-                                         "window opened, or keep it as it is now?")),
-                {localised(QStringLiteral("Keep As It Is")), localised(QStringLiteral("Go Back"))},
-                0) == 1;
+        goBack = LogAlert::AlertWithButtons(
+                     localised(QStringLiteral(QT_TRANSLATE_NOOP(
+                         "PluginLocale", "The settings window closed unexpectedly last time."))),
+                     localised(QStringLiteral(QT_TRANSLATE_NOOP(
+                         "PluginLocale", "Go back to the workspace as it was before that "
+                                         "window opened, or keep it as it is now?"))),
+                     {localised(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Keep As It Is"))),
+                      localised(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Go Back")))},
+                     0) == 1;
     }
     // The oldest backup holds the workspace as it was before the first window that died; the
     // others go either way, so that none is left behind.
@@ -101,8 +103,9 @@ void WorkspaceSession::reportWorkspaceFailure()
 {
     if (m_windowClosed)
         return;
-    tell(QStringLiteral("The workspace could not be created."),
-         QStringLiteral("Changes made in this window cannot be saved."));
+    tell(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "The workspace could not be created.")),
+         QStringLiteral(
+             QT_TRANSLATE_NOOP("PluginLocale", "Changes made in this window cannot be saved.")));
 }
 
 void WorkspaceSession::takeBackup()
@@ -145,9 +148,11 @@ void WorkspaceSession::reportBackupFailure()
         return;
     qCWarning(lcSession) << "no backup of the workspace:" << m_workSpace;
     m_backupFailureShown = true;
-    tell(QStringLiteral("The workspace could not be backed up."),
-         QStringLiteral("Your changes are still saved as you make them, but Cancel will not be "
-                        "able to undo them."));
+    tell(
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "The workspace could not be backed up.")),
+        QStringLiteral(QT_TRANSLATE_NOOP(
+            "PluginLocale", "Your changes are still saved as you make them, but Cancel will not be "
+                            "able to undo them.")));
 }
 
 void WorkspaceSession::keepChanges()
@@ -167,8 +172,10 @@ void WorkspaceSession::undoChanges()
     m_backup.reset();
     // A window without a workspace saved nothing, so there is nothing to miss.
     if (outcome == SettingsBackup::Outcome::NothingToUndo && !(m_problems & WorkspaceUnavailable))
-        tell(QStringLiteral("Nothing could be undone."),
-             QStringLiteral("There is no complete backup of the workspace, so it stays as it is."));
+        tell(QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Nothing could be undone.")),
+             QStringLiteral(QT_TRANSLATE_NOOP(
+                 "PluginLocale",
+                 "There is no complete backup of the workspace, so it stays as it is.")));
     else if (outcome == SettingsBackup::Outcome::Failed)
         reportRestoreFailure();
 }
@@ -177,9 +184,11 @@ void WorkspaceSession::reportRestoreFailure()
 {
     m_problems |= RestoreFailed;
     qCWarning(lcSession) << "the workspace could not be restored:" << m_workSpace;
-    tell(QStringLiteral("The workspace could not be restored."),
-         QStringLiteral("It stays as it is. The backup is kept and offered again the next time "
-                        "the window opens."));
+    tell(
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "The workspace could not be restored.")),
+        QStringLiteral(QT_TRANSLATE_NOOP(
+            "PluginLocale", "It stays as it is. The backup is kept and offered again the next time "
+                            "the window opens.")));
 }
 
 void WorkspaceSession::publish(const QString &bundlePath, const QString &identifier,
@@ -200,7 +209,8 @@ void WorkspaceSession::publish(const QString &bundlePath, const QString &identif
 
 SettingsBackup::Outcome WorkspaceSession::restoreWithProgress(const RestoreWork &work)
 {
-    const QString label = QStringLiteral("Restoring the workspace…");
+    const QString label =
+        QStringLiteral(QT_TRANSLATE_NOOP("PluginLocale", "Restoring the workspace…"));
     QProgressDialog dialog(localised(label), QString(), 0, 0,
                            m_window && m_window->isVisible() ? m_window.data() : nullptr);
     dialog.setWindowModality(Qt::ApplicationModal);
