@@ -336,8 +336,9 @@ void TestWindowBackup::backupWaitsForTheFirstPreview()
     auto window = openWindow(ws);
     QSignalSpy loaded(window.get(), &PluginSettingsDelegate::previewLoaded);
     const QString backup = window->backupSettingPath();
-    // The window opens without the whole copy beside it: what its opening save changed is in,
-    // and not all the pictures.
+    // The window opens without the whole copy beside it: what its opening save changed is in
+    // once that save is written, and not all the pictures.
+    window->waitForSaves();
     QVERIFY(QFileInfo::exists(backup + QStringLiteral("/tree/settings.dat")));
     const auto copiedPictures = [&] {
         return QDir(backup + QStringLiteral("/tree/pictures")).entryList(QDir::Files).size();
