@@ -26,20 +26,34 @@
  *   ImgPlugin.placeImage(pageElement, settings, options) -> img element
  *       Places the plugin's image on a page element: position and size in percent of the page
  *       from settings.properties.basic left/top/width/height, opacity from settings.opacity
- *       (limited to 0..1), stacking (z-index) from the layer settings.layout, and the image from
- *       settings.properties.extended.src. A link (any "scheme:" text, "//host" or "/path") is
- *       used as it is; a file name is taken under options.filesBase ("files/plugin" in the book,
- *       "" in the preview) unless it already starts with it; the folder itself (what an empty
- *       file setting becomes in the book) is no image. Settings that are missing or
- *       unreadable leave that property alone; an empty src hides the image.
- *       The first call creates an <img> and appends it to pageElement (given position:
- *       relative when it is not positioned, by its computed style where the document has
- *       one); later calls for the same page update that <img>.
+ *       (limited to 0..1), layer from settings.layout, and the image from
+ *       settings.properties.extended.src (blank space around it ignored). A link ("scheme://",
+ *       "data:", "blob:", "//host" or "/path") is used as it is; anything else is a file name,
+ *       every part of it percent-encoded (so "#", "?", "%", ":" and "\" are characters of the
+ *       name) and taken under options.filesBase ("files/plugin" in the book, "" in the
+ *       preview) unless it already starts with it; the folder itself (what an empty file
+ *       setting becomes in the book) is no image. Margins that leave no width or no height show
+ *       no image. Settings that are missing or unreadable leave that property alone; an empty
+ *       src hides the image, and so does an image that fails to load (no broken-image mark).
+ *
+ *       Stacking: the page element becomes a stacking context of its own (isolation: isolate,
+ *       and position: relative when it is not positioned, by its computed style where the
+ *       document has one). Layer 0 is z-index -1 in it: beneath everything the page holds,
+ *       above the page's own background. Layer 1 and more are that z-index: above the page's
+ *       content that has no z-index of its own. A host page needs no z-index on its content and
+ *       must not give the page element a background image it wants above layer 0.
+ *       The image never takes pointer input (pointer-events: none, draggable="false"): links
+ *       and text under it stay usable at every transparency.
+ *
+ *       The first call creates an <img> and appends it to pageElement; later calls for the
+ *       same page update that <img>.
  *       options: { filesBase: string, document: Document } (both optional; the document
  *       defaults to pageElement.ownerDocument, then the global document). Only
- *       document.createElement, element.style, setAttribute and appendChild are used.
- *   ImgPlugin.frameOf(settings) -> { left, top, width, height, opacity, zIndex }
- *       The CSS values placeImage uses (strings, or undefined when the setting is unusable).
+ *       document.createElement, element.style, setAttribute, getAttribute, removeAttribute,
+ *       addEventListener (where there is one) and appendChild are used.
+ *   ImgPlugin.frameOf(settings) -> { left, top, width, height, opacity, zIndex, noRoom }
+ *       The CSS values placeImage uses (strings, or undefined when the setting is unusable; a
+ *       negative size is "0%"), and whether the margins leave no room.
  *   ImgPlugin.imageSource(src, filesBase) -> string
  *       The image address placeImage uses for a src value.
  *   ImgPlugin.rc4(bytes, key) -> Uint8Array and ImgPlugin.decodeUtf8(bytes) -> string
@@ -226,25 +240,49 @@
     var basic = member(member(settings, 'properties'), 'basic');
     var opacity = numberOf(member(settings, 'opacity'));
     var layer = numberOf(member(settings, 'layout'));
+    var width = percent(member(basic, 'width'));
+    var height = percent(member(basic, 'height'));
+    // Margins that leave no room give no box: CSS would refuse a negative size and show the
+    // image at its own size instead.
+    var noRoom = (width !== undefined && parseFloat(width) <= 0) ||
+                 (height !== undefined && parseFloat(height) <= 0);
     return {
       left: percent(member(basic, 'left')),
       top: percent(member(basic, 'top')),
-      width: percent(member(basic, 'width')),
-      height: percent(member(basic, 'height')),
+      width: width !== undefined && parseFloat(width) < 0 ? '0%' : width,
+      height: height !== undefined && parseFloat(height) < 0 ? '0%' : height,
       // CSS knows no opacity beyond full or below none.
       opacity: isFinite(opacity) ? String(Math.min(1, Math.max(0, opacity))) : undefined,
-      zIndex: isFinite(layer) ? String(Math.trunc(layer)) : undefined,
+      // Layer 0 lies beneath the page's content, in the stacking context the page makes.
+      zIndex: isFinite(layer) ? String(Math.trunc(layer) <= 0 ? -1 : Math.trunc(layer))
+                              : undefined,
+      noRoom: noRoom,
     };
   }
 
+  // A link is an address with a scheme and "//" ("https://host/a.png"), a "data:" or "blob:"
+  // address, a host-relative "//host/a.png" or a server path "/a.png"; anything else is the
+  // name of a file of the plugin, whatever characters it holds ("a:b.png", "photo #1.png").
+  function isLink(value) {
+    return /^[A-Za-z][A-Za-z0-9+.-]*:\/\//.test(value) || /^(data|blob):/i.test(value) ||
+           value.charAt(0) === '/';
+  }
+
   function imageSource(src, filesBase) {
-    if (typeof src !== 'string' || src === '') return '';
-    if (/^[A-Za-z][A-Za-z0-9+.-]*:/.test(src) || src.charAt(0) === '/') return src;
+    if (typeof src !== 'string') return '';
+    // The window saves what the author typed; blank space around it is no part of the name.
+    var value = src.trim();
+    if (value === '') return '';
+    if (isLink(value)) return value;
     var base = typeof filesBase === 'string' ? filesBase.replace(/\/+$/, '') : '';
     // An empty file setting reaches the book as the plugin's folder itself: no image.
-    if (base !== '' && src.replace(/\/+$/, '') === base) return '';
-    if (base === '' || src.slice(0, base.length + 1) === base + '/') return src;
-    return base + '/' + src.replace(/^(\.\/)+/, '');
+    if (base !== '' && value.replace(/\/+$/, '') === base) return '';
+    var name = base !== '' && value.slice(0, base.length + 1) === base + '/'
+      ? value.slice(base.length + 1) : value.replace(/^(\.\/)+/, '');
+    // Each part of the name is text, never URL syntax: "#", "?", "%" and the backslash are
+    // characters of the file's name.
+    var encoded = name.split('/').map(encodeURIComponent).join('/');
+    return base === '' ? encoded : base + '/' + encoded;
   }
 
   // The page's CSS position as laid out (its style sheet included) where the document can tell.
@@ -274,22 +312,36 @@
       image = doc.createElement('img');
       image.setAttribute('alt', '');
       image.setAttribute('data-img-plugin', '');
+      // Decoration for the pointer: what lies under the image stays usable at every
+      // transparency, and the image never starts a drag.
+      image.setAttribute('draggable', 'false');
       pageElement.appendChild(image);
       if (placed) placed.set(pageElement, image); else pageElement.imgPluginImage = image;
       // Percentages are of the page only when the page is the positioned ancestor.
       if (positionOf(pageElement, doc) === 'static') pageElement.style.position = 'relative';
+      // The page is the stacking context of its layers, whatever the page around it does.
+      pageElement.style.isolation = 'isolate';
+      // An image that cannot be loaded shows nothing rather than the browser's broken mark.
+      if (typeof image.addEventListener === 'function') {
+        var shown = image;
+        shown.addEventListener('error', function () { shown.style.visibility = 'hidden'; });
+        shown.addEventListener('load', function () { shown.style.visibility = ''; });
+      }
     }
 
     var frame = frameOf(settings);
     var style = image.style;
     style.position = 'absolute';
+    style.pointerEvents = 'none';
     ['left', 'top', 'width', 'height', 'opacity', 'zIndex'].forEach(function (name) {
       if (frame[name] !== undefined) style[name] = frame[name];
     });
 
     var src = imageSource(member(member(member(settings, 'properties'), 'extended'), 'src'),
                           options.filesBase);
-    if (src) {
+    if (src && !frame.noRoom) {
+      // A new image gets its chance to load.
+      if (style.visibility === 'hidden' && image.getAttribute('src') !== src) style.visibility = '';
       image.setAttribute('src', src);
       style.display = '';
     } else {

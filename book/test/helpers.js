@@ -39,8 +39,12 @@ class FakeElement {
     this.style = {};
     this.attributes = {};
     this.children = [];
+    this.listeners = {};
   }
   setAttribute(name, value) { this.attributes[name] = String(value); }
+  getAttribute(name) { return name in this.attributes ? this.attributes[name] : null; }
+  removeAttribute(name) { delete this.attributes[name]; }
+  addEventListener(type, listener) { this.listeners[type] = listener; }
   appendChild(child) { this.children.push(child); return child; }
 }
 

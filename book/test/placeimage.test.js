@@ -33,9 +33,11 @@ test('places the image by percent, opacity and layer', () => {
   assert.equal(element.children[0], image);
   assert.equal(image.tagName, 'IMG');
   assert.deepEqual(image.style, {
-    position: 'absolute', left: '10.0%', top: '20.0%', width: '60.0%', height: '65.0%',
-    opacity: '0.75', zIndex: '2', display: '',
+    position: 'absolute', pointerEvents: 'none', left: '10.0%', top: '20.0%', width: '60.0%',
+    height: '65.0%', opacity: '0.75', zIndex: '2', display: '',
   });
+  assert.equal(image.attributes.draggable, 'false');
+  assert.equal(element.style.isolation, 'isolate');
   assert.equal(image.attributes.src, 'photo.png');
   assert.equal(element.style.position, 'relative');
 });
@@ -73,7 +75,16 @@ const sources = [
   ['web link', 'https://example.com/a.png', 'files/plugin', 'https://example.com/a.png'],
   ['data address', 'data:image/png;base64,AAAA', 'files/plugin', 'data:image/png;base64,AAAA'],
   ['absolute path', '/pics/a.png', 'files/plugin', '/pics/a.png'],
-  ['name with blanks and accents', 'my phöto.png', 'files/plugin', 'files/plugin/my phöto.png'],
+  ['name with blanks and accents', 'my phöto.png', 'files/plugin', 'files/plugin/my%20ph%C3%B6to.png'],
+  ['name with a hash', 'photo #1.png', 'files/plugin', 'files/plugin/photo%20%231.png'],
+  ['name with a question mark', 'what?.png', '', 'what%3F.png'],
+  ['name with a percent sign and digits', 'a%20b.png', 'files/plugin', 'files/plugin/a%2520b.png'],
+  ['name with a backslash', 'a\\b.png', '', 'a%5Cb.png'],
+  ['name with a colon is a file, not a scheme', 'a:b.png', 'files/plugin', 'files/plugin/a%3Ab.png'],
+  ['name with a quote and an emoji', "it's 😀.png", '', 'it\'s%20%F0%9F%98%80.png'],
+  ['blanks around a file name are no part of it', '  photo.png \t', 'files/plugin', 'files/plugin/photo.png'],
+  ['blanks around a link are no part of it', ' https://example.com/a b.png ', 'files/plugin', 'https://example.com/a b.png'],
+  ['a host-relative link stays a link', '//example.com/x.png', 'files/plugin', '//example.com/x.png'],
 ];
 for (const [name, src, filesBase, expected] of sources) {
   test(`image source: ${name}`, () => {
@@ -101,7 +112,43 @@ test('opacity beyond the range is limited for CSS', () => {
 
 test('percent values in any readable form', () => {
   const frame = ImgPlugin.frameOf({ properties: { basic: { left: 10, top: '5', width: ' 30.5 % ', height: '-20.0%' } } });
-  assert.deepEqual([frame.left, frame.top, frame.width, frame.height], ['10%', '5%', '30.5%', '-20.0%']);
+  assert.deepEqual([frame.left, frame.top, frame.width, frame.height], ['10%', '5%', '30.5%', '0%']);
+  assert.equal(frame.noRoom, true);
+});
+
+for (const [name, width, height] of [
+  ['margins across that leave no width', '-20.0%', '30.0%'],
+  ['margins down that leave no height', '30.0%', '-0.5%'],
+  ['margins that meet exactly', '0.0%', '30.0%'],
+]) {
+  test(`no image where ${name}`, () => {
+    const { element } = page();
+    const image = ImgPlugin.placeImage(element, settingsWith({
+      properties: { basic: { left: '60%', top: '10%', width, height }, extended: { src: 'a.png' } },
+    }), { filesBase: 'files/plugin' });
+    assert.equal(image.style.display, 'none');
+    assert.equal(image.attributes.src, undefined);
+    assert.ok(parseFloat(image.style.width) >= 0 && parseFloat(image.style.height) >= 0);
+  });
+}
+
+test('layer 0 lies beneath the page content, other layers above it', () => {
+  assert.equal(ImgPlugin.frameOf({ layout: 0 }).zIndex, '-1');
+  assert.equal(ImgPlugin.frameOf({ layout: 1 }).zIndex, '1');
+  assert.equal(ImgPlugin.frameOf({ layout: '1' }).zIndex, '1');
+});
+
+test('an image that fails to load is hidden, and shown again once a new one loads', () => {
+  const { element } = page();
+  const image = ImgPlugin.placeImage(element, settingsWith({}));
+  assert.equal(typeof image.listeners.error, 'function');
+  image.listeners.error();
+  assert.equal(image.style.visibility, 'hidden');
+  ImgPlugin.placeImage(element, settingsWith({ properties: { basic: {}, extended: { src: 'other.png' } } }));
+  assert.equal(image.style.visibility, '');
+  image.listeners.error();
+  image.listeners.load();
+  assert.equal(image.style.visibility, '');
 });
 
 test('unusable settings leave the style alone and never throw', () => {
@@ -109,7 +156,7 @@ test('unusable settings leave the style alone and never throw', () => {
   const image = ImgPlugin.placeImage(element, {
     opacity: 'x', layout: null, properties: { basic: { left: 'far', top: {}, width: [], height: true } },
   });
-  assert.deepEqual(image.style, { position: 'absolute', display: 'none' });
+  assert.deepEqual(image.style, { position: 'absolute', pointerEvents: 'none', display: 'none' });
   for (const settings of [{}, null, 'text', [], { properties: [] }]) {
     assert.doesNotThrow(() => ImgPlugin.placeImage(page().element, settings));
   }

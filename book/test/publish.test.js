@@ -91,7 +91,8 @@ test('an image in the workspace is found in the book folder', { skip: noTool }, 
   const doc = new FakeDocument();
   const page = new FakeElement('div');
   const image = ImgPlugin.placeImage(page, book, { document: doc, filesBase: 'files/plugin' });
-  assert.equal(image.attributes.src, 'files/plugin/photo 1.png');
+  // The blank of the name is a character of it, not URL syntax.
+  assert.equal(image.attributes.src, 'files/plugin/photo%201.png');
   assert.equal(image.style.left, '10.0%');
   assert.equal(image.style.zIndex, '2');
 });

@@ -85,6 +85,12 @@
             showPlaceholder('none');
             return;
         }
+        // Margins that leave no room show nothing, as in the book; the window marks the fields.
+        if (ImgPlugin.frameOf(settings).noRoom) {
+            state = { status: 'noroom', reason: '' };
+            placeholder.hidden = true;
+            return;
+        }
         image.addEventListener('load', showImage);
         image.addEventListener('error', function () {
             showPlaceholder('broken');

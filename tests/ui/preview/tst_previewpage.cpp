@@ -70,6 +70,11 @@ private slots:
         QVERIFY(picture.save(m_workspace->filePath(QStringLiteral("files/plugin/picture.png"))));
         QVERIFY(
             picture.save(m_workspace->filePath(QStringLiteral("files/plugin/mon image é.png"))));
+        // Legal file names that are URL syntax when taken as they are.
+        for (const char *name :
+             {"photo #1.png", "what?.png", "a%20b.png", "a:b.png"})
+            QVERIFY(picture.save(
+                m_workspace->filePath(QStringLiteral("files/plugin/") + QString::fromUtf8(name))));
 
         m_preview = std::make_unique<PreviewWindow>();
         m_preview->controller->setWorkSpace(m_workspace->path());
@@ -91,6 +96,36 @@ private slots:
             << Placement{"0.0%", "0.0%", "100.0%", "100.0%", 0.0, 0, "files/plugin/picture.png"};
         QTest::newRow("file name with a space and non-ASCII") << Placement{
             "20.0%", "30.0%", "25.5%", "12.5%", 0.75, 2, "files/plugin/mon image é.png"};
+        for (const char *name :
+             {"photo #1.png", "what?.png", "a%20b.png", "a:b.png"})
+            QTest::addRow("file name %s", name)
+                << Placement{"20.0%",
+                             "30.0%",
+                             "25.5%",
+                             "12.5%",
+                             1.0,
+                             1,
+                             QStringLiteral("files/plugin/") + QString::fromUtf8(name)};
+    }
+
+    void marginsWithoutRoomShowNoImage_data()
+    {
+        QTest::addColumn<Placement>("placement");
+        QTest::newRow("left and right over 100: no width")
+            << Placement{"60.0%", "10.0%", "-20.0%", "80.0%", 1.0, 1, "files/plugin/picture.png"};
+        QTest::newRow("top and bottom over 100: no height")
+            << Placement{"10.0%", "60.0%", "80.0%", "-20.0%", 1.0, 1, "files/plugin/picture.png"};
+    }
+    void marginsWithoutRoomShowNoImage()
+    {
+        QFETCH(Placement, placement);
+        writeFile(m_workspace->filePath("config.js"), configScript(placement));
+        const QVariantMap state = rebuildAndRead();
+        QCOMPARE(state.value("status").toString(), QStringLiteral("noroom"));
+        // Nothing on the page: no image at its own size, no placeholder.
+        QCOMPARE(js("getComputedStyle(document.querySelector('#page img')).display").toString(),
+                 QStringLiteral("none"));
+        QCOMPARE(js("document.getElementById('placeholder').hidden"), QVariant(true));
     }
     void showsTheConfiguredImage()
     {
@@ -230,16 +265,23 @@ private slots:
                   configScript({"0.0%", "0.0%", "100.0%", "100.0%", 1.0, layer,
                                 "files/plugin/picture.png"}));
         QCOMPARE(rebuildAndRead().value("status").toString(), QStringLiteral("image"));
-        // What lies on top where a line of the page's text crosses the image.
+        // What lies on top where a line of the page's text crosses the image. The image takes no
+        // pointer input, so hit testing passes it by: it is asked to take it for the look.
+        QCOMPARE(
+            js("getComputedStyle(document.querySelector('#page img')).pointerEvents").toString(),
+            QStringLiteral("none"));
         const QString script = QStringLiteral(
-            "(function(){var r=document.querySelector('.line').getBoundingClientRect();"
+            "(function(){var i=document.querySelector('#page img');i.style.pointerEvents='auto';"
+            "var r=document.querySelector('.line').getBoundingClientRect();"
             "var e=document.elementFromPoint(r.left+r.width/2,r.top+r.height/2);"
-            "return e?e.tagName:'';})()");
+            "i.style.pointerEvents='none';return e?e.tagName:'';})()");
         QCOMPARE(js(script).toString(), onTop);
         // Below the text is not below the paper: the image still covers the page's middle.
         const QString underPoint = QStringLiteral(
-            "(function(){var p=document.getElementById('page').getBoundingClientRect();"
+            "(function(){var i=document.querySelector('#page img');i.style.pointerEvents='auto';"
+            "var p=document.getElementById('page').getBoundingClientRect();"
             "var e=document.elementsFromPoint(p.left+p.width/2,p.top+p.height*0.9);"
+            "i.style.pointerEvents='none';"
             "return e.map(function(x){return x.tagName+'#'+x.id;}).join(' ');})()");
         const QString stack = js(underPoint).toString();
         QVERIFY2(stack.startsWith(QLatin1String("IMG")), qPrintable(stack));
@@ -297,7 +339,8 @@ private:
         QCOMPARE(percent(state.value("width").toString()), percent(p.width));
         QCOMPARE(percent(state.value("height").toString()), percent(p.height));
         QCOMPARE(state.value("opacity").toDouble(), p.opacity);
-        QCOMPARE(state.value("zIndex").toInt(), p.layer);
+        // Layer 0 and below lie beneath the page's content, in the page's own stacking context.
+        QCOMPARE(state.value("zIndex").toInt(), p.layer <= 0 ? -1 : p.layer);
         // Measured on screen, in percent of the page, within a pixel or so.
         const QVariantMap box = state.value("box").toMap();
         QVERIFY2(qAbs(box.value("left").toDouble() - percent(p.left)) <= 0.6,
