@@ -7,6 +7,7 @@
 #include "canvasimage.h"
 #include "closingquestions.h"
 #include "fileops.h"
+#include "historyfilter.h"
 #include "imagedroptarget.h"
 #include "localisation.h"
 #include "marginroom.h"
@@ -27,7 +28,6 @@
 #include <QButtonGroup>
 #include <QDir>
 #include <QFileInfo>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QPointer>
@@ -621,12 +621,8 @@ void PluginSettingsDelegate::wireHistory()
         connect(sldTrans, &QSlider::sliderPressed, m_history, &PositionHistory::endBurst);
         connect(sldTrans, &QSlider::sliderReleased, m_history, &PositionHistory::endBurst);
     }
-    const QList<QWidget *> watched = {txtLeft,         txtTop,   txtRight,     txtBottom,
-                                      txtTransparency, sldTrans, _positionView};
-    for (QWidget *widget : watched) {
-        if (widget)
-            widget->installEventFilter(this);
-    }
+    auto *filter = new HistoryFilter(m_history, m_undoAction, m_redoAction, this);
+    filter->watch({txtLeft, txtTop, txtRight, txtBottom, txtTransparency, sldTrans, _positionView});
 }
 
 void PluginSettingsDelegate::addHistoryActions()
@@ -657,25 +653,6 @@ void PluginSettingsDelegate::applyPosition(const PositionRect &position)
     // The position file takes its layer from the chosen button: it is chosen before the save.
     m_form.selectLayer(position.layer());
     saveGlobalSettings();
-}
-
-bool PluginSettingsDelegate::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::FocusOut && m_history) {
-        m_history->endBurst();
-    } else if (event->type() == QEvent::ShortcutOverride && qobject_cast<QLineEdit *>(watched) &&
-               m_undoAction && m_redoAction) {
-        // Every keystroke in a position field is already a saved step of the window's history,
-        // so the field's own undo would only repeat it out of step with the file. Refusing the
-        // override lets the window's shortcut have the key.
-        const auto *key = static_cast<QKeyEvent *>(event);
-        const QKeySequence pressed(
-            QKeyCombination(key->modifiers() & ~Qt::KeypadModifier, Qt::Key(key->key())));
-        if (m_undoAction->shortcuts().contains(pressed) ||
-            m_redoAction->shortcuts().contains(pressed))
-            return true;
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 // ---- preview

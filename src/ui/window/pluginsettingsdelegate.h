@@ -160,11 +160,6 @@ public slots:
     // the workspace and ends the window with closeMode().
     void windowWillClose();
 
-protected:
-    // Ctrl+Z in a position field undoes the window's step, not the field's text; the focus
-    // leaving a field, the canvas or the slider ends a burst of edits.
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 signals:
     // The window has closed with this stop code (1 apply, 0 discard).
     void windowClosed(int closeMode);
