@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "filesystem.h"
+
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -183,6 +185,9 @@ inline Entry entryFor(const QByteArray &path, const struct stat &st)
     }
     case Kind::Symlink:
         e.target = linkTarget(path, qint64(st.st_size));
+        // A file layer that cannot set a link's own times leaves them to the moment it was made.
+        if (!Fs::supports(Fs::Capability::LinkTimes))
+            e.mtimeSec = e.mtimeNsec = 0;
         break;
     case Kind::CharDevice:
     case Kind::BlockDevice:
@@ -390,9 +395,36 @@ struct Diff
     operator const char *() const { return text.isEmpty() ? "no differences" : text.constData(); }
 };
 
+// A file layer that cannot recreate special files cannot bring one back: where either tree has
+// one, the place is left out of the comparison there (the workspace keeps what it holds there).
+inline bool isSpecial(const Entry &e)
+{
+    return e.kind != Kind::File && e.kind != Kind::Dir && e.kind != Kind::Symlink;
+}
+
+inline void leaveOutSpecialPlaces(Tree *a, Tree *b)
+{
+    if (Fs::supports(Fs::Capability::SpecialFiles))
+        return;
+    QStringList places;
+    for (const Tree *tree : {a, b}) {
+        for (auto it = tree->cbegin(); it != tree->cend(); ++it) {
+            if (isSpecial(*it))
+                places.append(it.key());
+        }
+    }
+    for (const QString &place : std::as_const(places)) {
+        a->remove(place);
+        b->remove(place);
+    }
+}
+
 inline Diff diff(const Tree &a, const Tree &b, int max = 20)
 {
-    const QStringList lines = differences(a, b, max);
+    Tree left = a;
+    Tree right = b;
+    leaveOutSpecialPlaces(&left, &right);
+    const QStringList lines = differences(left, right, max);
     Diff d;
     if (!lines.isEmpty())
         d.text = ("\n    " + lines.join(QStringLiteral("\n    "))).toUtf8();

@@ -26,6 +26,7 @@ namespace BackupRecovery {
 namespace {
 
 const QByteArray DiscardSuffix = ".discard";
+const QLatin1String RemovalLockSuffix(".rmlock");
 
 // Removes trees in the background, so that Cancel and OK return once the workspace is right
 // rather than once the old tree of ten thousand files is gone. The removals run one at a time in
@@ -126,17 +127,10 @@ Siblings siblingsOf(const QByteArray &workSpace, const QByteArray &backup)
     return {prefix + ".restore-" + tag, prefix + ".old-" + tag};
 }
 
-// A dead window no longer holds its backup's lock. The probe takes any lock file as stale that
-// its owner does not hold: the system's own lock on it, which a live owner keeps and a dead one
-// has lost, decides, so neither a lock file of a dead process nor an empty one left by a crash
-// while it was made counts. A dead owner's lock file is removed on the way.
-bool isAlive(const QByteArray &backup)
+// Whether the lock file at path is held; a lock file whose owner is gone is removed on the way.
+bool probeLock(const QByteArray &path)
 {
-    const QByteArray lock = backup + BackupFolder::LockSuffix;
-    Fs::Entry entry;
-    if (!Fs::entryAt(lock, &entry) || !entry.isFile())
-        return false;
-    QLockFile probe(Fs::decode(lock));
+    QLockFile probe(Fs::decode(path));
     probe.setStaleLockTime(1);
     // A few milliseconds, so that a lock file made this very moment has aged past the stale time
     // and its system lock is asked.
@@ -145,6 +139,17 @@ bool isAlive(const QByteArray &backup)
         return false;
     }
     return probe.error() == QLockFile::LockFailedError;
+}
+
+// A dead window no longer holds its backup's lock. The probe takes any lock file as stale that
+// its owner does not hold: the system's own lock on it, which a live owner keeps and a dead one
+// has lost, decides, so neither a lock file of a dead process nor an empty one left by a crash
+// while it was made counts. A dead owner's lock file is removed on the way.
+bool isAlive(const QByteArray &backup)
+{
+    const QByteArray lock = backup + BackupFolder::LockSuffix;
+    Fs::Entry entry;
+    return Fs::entryAt(lock, &entry) && entry.isFile() && probeLock(lock);
 }
 
 // Special files the backup could not hold stay as the workspace has them: they move into the
@@ -299,10 +304,17 @@ QList<Pending> settle(const QString &workSpace, const QString &tempDir)
     const QStringList files = temp.entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QString &name : files) {
         const QByteArray path = Fs::encode(temp.filePath(name));
+        if (!isOurs(path))
+            continue;
         // Asking it removes the lock file when its owner is gone.
-        if (isOrphanLockName(name) && isOurs(path) &&
+        if (isOrphanLockName(name) &&
             !exists(path.chopped(int(sizeof BackupFolder::LockSuffix) - 1)))
             isAlive(path.chopped(int(sizeof BackupFolder::LockSuffix) - 1));
+        // QLockFile serialises the removal of a stale lock with a lock of its own beside it,
+        // "<lock>.rmlock"; a process killed in that moment leaves it behind.
+        else if (name.endsWith(QLatin1String(RemovalLockSuffix)) &&
+                 isOrphanLockName(name.chopped(RemovalLockSuffix.size())))
+            probeLock(path);
     }
     names.erase(std::remove_if(names.begin(), names.end(),
                                [](const QString &name) { return !isBackupName(name); }),

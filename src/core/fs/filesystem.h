@@ -66,6 +66,7 @@ enum class Capability {
     AtomicExchange, // two entries swap places in one step
     ProcessIds,     // another process's id tells whether it still runs
     DriveFlush,     // a flush reaches the drive, not only the system's cache
+    ByteNames,      // a name that is not valid UTF-8 is written as the bytes it is
 };
 bool supports(Capability capability);
 

@@ -4,6 +4,7 @@
 #include "backuprecovery.h"
 #include "backupscene.h"
 #include "fileops.h"
+#include "filesystem.h"
 #include "randomtree.h"
 #include "settingsbackup.h"
 #include "testenv.h"
@@ -415,7 +416,17 @@ void TestSettingsBackup::roundTrip(const QString &place, const QString &temp, qu
     QCOMPARE(b.state(), State::Complete);
     QTRY_COMPARE_WITH_TIMEOUT(finishedCalls.load(), 1, 5000);
     QCOMPARE(State(finishedWith.load()), State::Complete);
-    QCOMPARE(b.entryCount(), qint64(before.size()));
+    // Special files a layer cannot recreate are not in the image; the workspace keeps its own.
+    const auto special = [](const TreeState::Entry &e) {
+        return e.kind != TreeState::Kind::File && e.kind != TreeState::Kind::Dir &&
+               e.kind != TreeState::Kind::Symlink;
+    };
+    const qint64 copyable =
+        Fs::supports(Fs::Capability::SpecialFiles)
+            ? qint64(before.size())
+            : qint64(std::count_if(before.cbegin(), before.cend(),
+                                   [&](const TreeState::Entry &e) { return !special(e); }));
+    QCOMPARE(b.entryCount(), copyable);
     {
         const TreeState::Diff d = TreeState::diff(before, TreeState::capture(ws));
         QVERIFY2(d.isEmpty(), qPrintable("taking the image changed the workspace:" + QString(d)));
@@ -481,6 +492,9 @@ void TestSettingsBackup::restoreUndoesEachKindOfChange_data()
 
 void TestSettingsBackup::restoreUndoesEachKindOfChange()
 {
+    if (QByteArray(QTest::currentDataTag()).contains("FIFO") &&
+        !Fs::supports(Fs::Capability::SpecialFiles))
+        QSKIP("this file layer cannot recreate a FIFO");
     QFETCH(QString, change);
     Scene s;
     const QString ws = s.ws();
