@@ -67,6 +67,7 @@ enum class Capability {
     ProcessIds,     // another process's id tells whether it still runs
     DriveFlush,     // a flush reaches the drive, not only the system's cache
     ByteNames,      // a name that is not valid UTF-8 is written as the bytes it is
+    ChangeTimes,    // an entry's own change time is told to the nanosecond
 };
 bool supports(Capability capability);
 
