@@ -140,16 +140,6 @@ bool writeWhole(QFile *file, const QByteArray &data)
 
 } // namespace
 
-NativePath encode(const QString &path)
-{
-    return QFile::encodeName(path);
-}
-
-QString decode(const NativePath &path)
-{
-    return QFile::decodeName(path);
-}
-
 bool supports(Capability capability)
 {
     Q_UNUSED(capability)

@@ -334,16 +334,6 @@ CopyResult copySpecial(const NativePath &to, const Entry &entry)
 
 } // namespace
 
-NativePath encode(const QString &path)
-{
-    return QFile::encodeName(path);
-}
-
-QString decode(const NativePath &path)
-{
-    return QFile::decodeName(path);
-}
-
 bool supports(Capability capability)
 {
     switch (capability) {
