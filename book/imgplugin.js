@@ -28,7 +28,8 @@
  *       from settings.properties.basic left/top/width/height, opacity from settings.opacity
  *       (limited to 0..1), layer from settings.layout, and the image from
  *       settings.properties.extended.src (blank space around it ignored). A link ("scheme://",
- *       "data:", "blob:", "//host" or "/path") is used as it is; anything else is a file name,
+ *       "data:", "blob:", "//host" or "/path") is used as it is ("//host" as https on a page
+ *       opened from files); anything else is a file name,
  *       every part of it percent-encoded (so "#", "?", "%", ":" and "\" are characters of the
  *       name) and taken under options.filesBase ("files/plugin" in the book, "" in the
  *       preview) unless it already starts with it; the folder itself (what an empty file
@@ -339,6 +340,11 @@
 
     var src = imageSource(member(member(member(settings, 'properties'), 'extended'), 'src'),
                           options.filesBase);
+    // A host-relative link means the web, also on a page opened from files (the preview, a local
+    // book), where the browser would look for it among the files.
+    if (src.slice(0, 2) === '//' && doc.location && doc.location.protocol === 'file:') {
+      src = 'https:' + src;
+    }
     if (src && !frame.noRoom) {
       // A new image gets its chance to load.
       if (style.visibility === 'hidden' && image.getAttribute('src') !== src) style.visibility = '';

@@ -201,3 +201,15 @@ for (const [name, src] of [['the plugin folder', 'files/plugin'],
     assert.equal(ImgPlugin.imageSource(src, 'files/plugin'), '');
   });
 }
+
+test('a host-relative link is a web link on a page opened from files', () => {
+  for (const [protocol, expected] of [['file:', 'https://example.com/x.png'],
+                                      ['https:', '//example.com/x.png']]) {
+    const { doc, element } = page();
+    doc.location = { protocol };
+    const image = ImgPlugin.placeImage(element, settingsWith({
+      properties: { basic: {}, extended: { src: '//example.com/x.png' } },
+    }));
+    assert.equal(image.attributes.src, expected);
+  }
+});
