@@ -71,8 +71,7 @@ private slots:
         QVERIFY(
             picture.save(m_workspace->filePath(QStringLiteral("files/plugin/mon image é.png"))));
         // Legal file names that are URL syntax when taken as they are.
-        for (const char *name :
-             {"photo #1.png", "what?.png", "a%20b.png", "a:b.png"})
+        for (const char *name : {"photo #1.png", "what?.png", "a%20b.png", "a:b.png"})
             QVERIFY(picture.save(
                 m_workspace->filePath(QStringLiteral("files/plugin/") + QString::fromUtf8(name))));
 
@@ -96,8 +95,7 @@ private slots:
             << Placement{"0.0%", "0.0%", "100.0%", "100.0%", 0.0, 0, "files/plugin/picture.png"};
         QTest::newRow("file name with a space and non-ASCII") << Placement{
             "20.0%", "30.0%", "25.5%", "12.5%", 0.75, 2, "files/plugin/mon image é.png"};
-        for (const char *name :
-             {"photo #1.png", "what?.png", "a%20b.png", "a:b.png"})
+        for (const char *name : {"photo #1.png", "what?.png", "a%20b.png", "a:b.png"})
             QTest::addRow("file name %s", name)
                 << Placement{"20.0%",
                              "30.0%",

@@ -14,8 +14,8 @@
 #include "settingsbackup.h"
 #include "testenv.h"
 #include "treesnapshot.h"
-#include "workspacewriter.h"
 #include "veleditview.h"
+#include "workspacewriter.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

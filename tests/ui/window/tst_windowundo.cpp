@@ -9,8 +9,8 @@
 #include "positionview.h"
 #include "testenv.h"
 #include "treesnapshot.h"
-#include "workspacewriter.h"
 #include "veleditview.h"
+#include "workspacewriter.h"
 
 #include <QAbstractButton>
 #include <QAction>
